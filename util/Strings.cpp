@@ -1,0 +1,91 @@
+#include "util/Strings.h"
+
+#include <cstdarg>
+#include <cstdio>
+#include <sstream>
+#include <stdexcept>
+
+namespace {
+
+// Most command lines fit in the first buffer; longer texts cost one more formatting pass.
+constexpr size_t kFirstFormatBufferSize = 128;
+// Room added to the size the formatter asked for, kept from the console's earlier tool.
+constexpr size_t kFormatBufferSlack = 4;
+
+}  // namespace
+
+std::string FormatString(const char* format, ...)
+{
+    std::vector<char> buffer(kFirstFormatBufferSize);
+    for (;;) {
+        va_list args;
+        va_start(args, format);
+        const int needed = vsnprintf(buffer.data(), buffer.size(), format, args);
+        va_end(args);
+        if (needed >= 0 && static_cast<size_t>(needed) < buffer.size()) {
+            return std::string(buffer.data(), static_cast<size_t>(needed));
+        }
+        // A formatter error gives no size to aim for: double the buffer and try again.
+        const size_t nextSize =
+            needed < 0 ? buffer.size() * 2 : static_cast<size_t>(needed) + kFormatBufferSlack;
+        buffer.assign(nextSize, '\0');
+    }
+}
+
+std::vector<std::string> SplitFields(const std::string& text, const std::string& delimiters)
+{
+    std::vector<std::string> fields;
+    if (text.empty()) {
+        return fields;
+    }
+    size_t fieldStart = 0;
+    for (;;) {
+        const size_t delimiter = text.find_first_of(delimiters, fieldStart);
+        if (delimiter == std::string::npos) {
+            fields.push_back(text.substr(fieldStart));
+            return fields;
+        }
+        fields.push_back(text.substr(fieldStart, delimiter - fieldStart));
+        fieldStart = delimiter + 1;
+    }
+}
+
+std::string TrimChars(const std::string& text, const std::string& set)
+{
+    const size_t first = text.find_first_not_of(set);
+    if (first == std::string::npos) {
+        return "";
+    }
+    const size_t last = text.find_last_not_of(set);
+    return text.substr(first, last - first + 1);
+}
+
+bool StartsWith(const std::string& text, const std::string& prefix)
+{
+    return text.compare(0, prefix.size(), prefix) == 0;
+}
+
+std::string SubstrRange(const std::string& text, int first, int last)
+{
+    const int length = static_cast<int>(text.size());
+    if (last < 0) {
+        last = last + length - 1;
+    }
+    if (first < 0 || first >= length || last < first) {
+        return "";
+    }
+    if (last >= length) {
+        last = length - 1;
+    }
+    return text.substr(static_cast<size_t>(first), static_cast<size_t>(last - first + 1));
+}
+
+int StringToInt(const std::string& text)
+{
+    std::istringstream stream(text);
+    int value = 0;
+    if (!(stream >> value)) {
+        throw std::domain_error("invalid string to number conversion");
+    }
+    return value;
+}
