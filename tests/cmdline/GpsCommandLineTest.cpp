@@ -1,0 +1,98 @@
+#include "cmdline/GpsCommandLine.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+namespace {
+
+GpsSettings Parse(std::vector<const char*> arguments)
+{
+    arguments.insert(arguments.begin(), "gnss-setup");
+    GpsSettings settings;
+    ParseGpsCommandLine(static_cast<int>(arguments.size()), arguments.data(), settings);
+    return settings;
+}
+
+}  // namespace
+
+TEST(GpsCommandLine, NoArgumentsGiveTheDefaults)
+{
+    const GpsSettings settings = Parse({});
+    EXPECT_EQ(settings.bParsedOk, 1);
+    EXPECT_EQ(settings.strPort, "/dev/ttymxc0");
+    EXPECT_EQ(settings.nBaudRate, 115200);
+    EXPECT_FLOAT_EQ(settings.fGGAFrequency, 5.0f);
+    EXPECT_FLOAT_EQ(settings.fVTGFrequency, 5.0f);
+    EXPECT_FLOAT_EQ(settings.fZDAFrequency, 0.2f);
+    EXPECT_FLOAT_EQ(settings.fGSAFrequency, 0.0f);
+    EXPECT_FLOAT_EQ(settings.fGSVFrequency, 0.0f);
+    EXPECT_THAT(settings.PRNs, IsEmpty());
+    EXPECT_TRUE(settings.bConfigure);
+    EXPECT_EQ(settings.nReceiverType, 10);
+    EXPECT_EQ(settings.strFirmware, "");
+    EXPECT_FALSE(settings.bNoUseGps || settings.bUseGlonass || settings.bUseBeidou ||
+                 settings.bUseGalileo || settings.bUseQzss || settings.bUseSbas ||
+                 settings.bUsePpp || settings.bAllowType0);
+    EXPECT_FALSE(settings.bOutputGSA || settings.bOutputVTG || settings.bOutputGSV ||
+                 settings.bOutputZDA);
+    EXPECT_FALSE(settings.bFix || settings.bQueryOnly || settings.bExtendedQuery ||
+                 settings.bDryRun || settings.bListModels || settings.bListCurrentModel ||
+                 settings.bResetReceiver || settings.bResetPdpFilter || settings.bSaveConfig ||
+                 settings.bHelpShown);
+}
+
+TEST(GpsCommandLine, EverySwitchReachesItsField)
+{
+    const GpsSettings settings =
+        Parse({"/dev/ttyO1", "-x", "--no-use-gps", "--use-glonass", "--use-beidou",
+               "--use-galileo", "--use-qzss", "--use-sbas", "--use-ppp", "-0", "-a", "-v", "-g",
+               "-z", "-X", "-Q", "--dry-run", "--list-models", "--list-current-model",
+               "--attempt-fix-config", "--reset-receiver", "--reset-pdp-filter"});
+    EXPECT_EQ(settings.strPort, "/dev/ttyO1");
+    EXPECT_FALSE(settings.bConfigure);
+    EXPECT_TRUE(settings.bNoUseGps && settings.bUseGlonass && settings.bUseBeidou &&
+                settings.bUseGalileo && settings.bUseQzss && settings.bUseSbas &&
+                settings.bUsePpp && settings.bAllowType0);
+    EXPECT_TRUE(settings.bOutputGSA && settings.bOutputVTG && settings.bOutputGSV &&
+                settings.bOutputZDA);
+    EXPECT_TRUE(settings.bSaveConfig && settings.bQueryOnly && settings.bDryRun &&
+                settings.bListModels && settings.bListCurrentModel && settings.bFix &&
+                settings.bResetReceiver && settings.bResetPdpFilter);
+    EXPECT_FALSE(settings.bExtendedQuery);
+}
+
+TEST(GpsCommandLine, ValuesReachTheirFields)
+{
+    const GpsSettings settings =
+        Parse({"-b", "19200", "-F", "10", "-A", "1.5", "-V", "2", "-G", "0.5", "-Z", "1",
+               "--prn", "135", "-p", "120", "-p", "135"});
+    EXPECT_EQ(settings.nBaudRate, 19200);
+    EXPECT_FLOAT_EQ(settings.fGGAFrequency, 10.0f);
+    EXPECT_FLOAT_EQ(settings.fGSAFrequency, 1.5f);
+    EXPECT_FLOAT_EQ(settings.fVTGFrequency, 2.0f);
+    EXPECT_FLOAT_EQ(settings.fGSVFrequency, 0.5f);
+    EXPECT_FLOAT_EQ(settings.fZDAFrequency, 1.0f);
+    // The same PRN given twice is one PRN.
+    EXPECT_THAT(settings.PRNs, ElementsAre(120, 135));
+}
+
+TEST(GpsCommandLine, ExtendedQueryImpliesQuery)
+{
+    const GpsSettings settings = Parse({"-E"});
+    EXPECT_TRUE(settings.bExtendedQuery);
+    EXPECT_TRUE(settings.bQueryOnly);
+}
+
+TEST(GpsCommandLine, ReceiverTypeOverrideFillsTypeAndFirmware)
+{
+    const GpsSettings settings = Parse({"-R", "OEM 7700:OM7CR0800"});
+    EXPECT_EQ(settings.nReceiverType, 7);
+    EXPECT_EQ(settings.strFirmware, "OM7CR0800");
+    EXPECT_EQ(settings.strExtendedVersion, "");
+}
