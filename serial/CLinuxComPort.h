@@ -1,0 +1,84 @@
+#ifndef GNSS_SERIAL_CLINUXCOMPORT_H
+#define GNSS_SERIAL_CLINUXCOMPORT_H
+
+#include "serial/CComPort.h"
+
+#include <cstddef>
+
+// CComPort on a Linux tty. The descriptor is opened non-blocking and stays so: every wait is a
+// select(), and reads take one byte at a time so that nothing after a reply's terminator is taken
+// from the kernel; the next reply stays queued for the next read.
+//
+// Only Open and an unmappable baud rate print (on standard error); everything else reports by
+// result code alone.
+class CLinuxComPort : public CComPort {
+public:
+    explicit CLinuxComPort(int portNumber);
+    // Does not close the descriptor; the process exit does.
+    ~CLinuxComPort() override;
+
+    // Opens GetDeviceName() (closing first if open), applies the stored baud rate, takes the
+    // framing-error mark and makes the line raw. On failure prints "failed to open <device>",
+    // "iRC = <code>" and the system error, and leaves the port closed.
+    int Open() override;
+    int Close() override;
+    int IsOpen() override;
+    int FlushInput() override;
+    int UnsupportedOperation7() override;
+    int UnsupportedOperation8() override;
+    int UnsupportedFlush9() override;
+    // 0 on a closed port (callers drain unconditionally); on an open one tcdrain()'s own result,
+    // 0 or -1, not a ComPortError code.
+    int Drain() override;
+    int UnsupportedOperation11() override;
+    int UnsupportedOperation12() override;
+    // 105 when nothing came within timeoutMs or the wait was interrupted. A read of zero bytes
+    // (a hung-up line) counts as success.
+    int ReadByte(unsigned char* out, int timeoutMs) override;
+    int UnsupportedRead14() override;
+    int Read(char* buf, int size, int* count, int timeoutMs) override;
+    // 102 on a closed port; a size below 2 leaves no room for a byte and gives 108 at once.
+    // The terminator is compared as a byte value, so '\xff' and 255 name the same byte.
+    int ReadUntil(char* buf, int terminator, int size, int* count, int timeoutMs) override;
+    int UnsupportedWrite17() override;
+    int UnsupportedWrite18() override;
+    int WriteString(const char* text, int* written) override;
+    int ReadChar(char* out) override;
+    // Not supported on this port: always 106.
+    int ReadBuffer(char* buf, int len, int* count) override;
+    int WriteChar(char ch) override;
+    // A negative len writes nothing.
+    int WriteBuffer(const void* buf, int len, int* written) override;
+    // The three line queries are not supported on this port (110), so GetLineStatus is 0.
+    int LineQueryA(int* value, int argument) override;
+    int UnsupportedOperation26() override;
+    int LineQueryB(int* value) override;
+    int LineQueryC(int* value, int argument) override;
+    int UnsupportedOperation29() override;
+    // 0 is refused silently (111); any other rate outside 50..230400 prints "Couldn't map baud
+    // <rate>" (111). Neither is stored. A closed port only stores the rate for the next Open.
+    int SetBaudRate(int baud) override;
+    int UnsupportedOperation32() override;
+    int UnsupportedOperation33() override;
+    int UnsupportedOperation34() override;
+    int GetFrameErrorCount() override;
+    // Returns the counter query's own result (-1 where the line has no counters).
+    int MarkFrameErrorCount() override;
+
+    // The device that Open opens.
+    virtual const char* GetDeviceName() = 0;
+
+private:
+    int ApplySpeed();
+    int MakeRaw();
+    int ReportOpenFailure(int result);
+    int WaitForByte(int timeoutMs);
+    int TakeByte(char* buf, int terminator, int size, int* count);
+    int WriteBytes(const void* bytes, std::size_t length, int* written);
+
+    unsigned int m_speedCode;  // termios speed constant of the stored rate
+    int m_frameErrorMark = -1;
+    int m_fd = -1;
+};
+
+#endif

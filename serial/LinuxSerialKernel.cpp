@@ -1,0 +1,47 @@
+#include "serial/LinuxSerialKernel.h"
+
+#include <linux/serial.h>
+#include <sys/ioctl.h>
+
+#include <cstring>
+
+namespace {
+
+struct BaudSpeed {
+    int baud;
+    speed_t speed;
+};
+
+// The standard rates only: the console's UARTs are never driven at the kernel's extended ones.
+constexpr BaudSpeed kBaudSpeeds[] = {
+    {50, B50},         {75, B75},         {110, B110},       {134, B134},       {150, B150},
+    {200, B200},       {300, B300},       {600, B600},       {1200, B1200},     {1800, B1800},
+    {2400, B2400},     {4800, B4800},     {9600, B9600},     {19200, B19200},   {38400, B38400},
+    {57600, B57600},   {115200, B115200}, {230400, B230400},
+};
+
+// The counters travel in the kernel's 80-byte structure; it is zeroed first so that a request
+// the driver rejects reads as no errors at all.
+static_assert(sizeof(serial_icounter_struct) == 80, "TIOCGICOUNT buffer has the kernel's size");
+
+}  // namespace
+
+bool MapBaudToSpeed(int baud, speed_t* speed)
+{
+    for (const BaudSpeed& row : kBaudSpeeds) {
+        if (row.baud == baud) {
+            *speed = row.speed;
+            return true;
+        }
+    }
+    return false;
+}
+
+int QueryFrameErrorCounter(int fd, int* frameErrors)
+{
+    serial_icounter_struct counters;
+    std::memset(&counters, 0, sizeof counters);
+    const int result = ioctl(fd, TIOCGICOUNT, &counters);
+    *frameErrors = counters.frame;
+    return result;
+}
