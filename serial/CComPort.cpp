@@ -43,7 +43,8 @@ int CComPort::GetBaudRate()
 
 int CComPort::FillRingBuffer()
 {
-    // A zero wait: only what the kernel already holds is taken.
+    // A zero wait: only what the kernel already holds is taken. A hung-up line reads as endless
+    // zero-byte successes, so this is for a live line only; nothing in the tool calls it.
     constexpr int kNoWaitMs = 0;
     for (;;) {
         unsigned char byte = 0;

@@ -59,7 +59,8 @@ int CLinuxComPort::Open()
     if (IsOpen()) {
         Close();
     }
-    // No O_NOCTTY, as the console has always opened its ports.
+    // Without O_NOCTTY, as the console has always opened its ports (a session leader with no
+    // controlling terminal would adopt the port as one).
     m_fd = open(GetDeviceName(), O_RDWR | O_NONBLOCK);
     if (m_fd == -1) {
         return ReportOpenFailure(COMERR_OPEN);

@@ -11,7 +11,7 @@ enum ComPortError : int {
     COMERR_TIMEOUT = 105,          // ReadByte saw no byte in time, or its wait was interrupted
     COMERR_READ = 106,             // read() failed; fixed answer of unsupported read operations
     COMERR_BUFFER_FULL = 108,      // ReadUntil filled the caller's buffer
-    COMERR_WRITE = 109,            // write() failed or was short; fixed answer of unsupported writes
+    COMERR_WRITE = 109,            // write() failed or was short; answer of unsupported writes
     COMERR_UNSUPPORTED = 110,      // not supported by this port; also a failed tcgetattr
     COMERR_BAUD = 111,             // rate not mappable, or speed/attributes not applied
     COMERR_NOT_IMPLEMENTED = 112,  // not implemented by this port

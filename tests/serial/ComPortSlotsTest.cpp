@@ -86,7 +86,7 @@ void PushAll(CComRingBuffer& ring, const std::string& bytes)
     }
 }
 
-TEST(ComRingBuffer, ExtractsLinesAndDropsTheOldestWhenFull)
+TEST(ComRingBuffer, ExtractsLinesDropsTheOldestWhenFullAndEndsWithClear)
 {
     CComRingBuffer ring(8);
     PushAll(ring, "ab\ncdef");
@@ -97,12 +97,7 @@ TEST(ComRingBuffer, ExtractsLinesAndDropsTheOldestWhenFull)
 
     PushAll(ring, "0123456789\n");  // holds capacity - 1 bytes: the newest seven
     EXPECT_EQ("0:456789\n", Extract(ring, 64));
-}
 
-TEST(ComRingBuffer, ClearEndsItsLife)
-{
-    CComRingBuffer ring(8);
-    PushAll(ring, "abc\n");
     ring.Clear();
     PushAll(ring, "def\n");
     EXPECT_EQ("1:", Extract(ring, 64));

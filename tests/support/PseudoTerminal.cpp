@@ -22,6 +22,9 @@ std::runtime_error SystemError(const std::string& what)
 // True when fd became readable within timeoutMs (a negative time counts as 0).
 bool WaitReadable(int fd, long timeoutMs)
 {
+    if (fd < 0) {
+        return false;
+    }
     if (timeoutMs < 0) {
         timeoutMs = 0;
     }
@@ -38,11 +41,11 @@ bool WaitReadable(int fd, long timeoutMs)
     return ready == 1;
 }
 
-// Appends what one read gives; false at end of data or on failure.
-bool ReadSome(int fd, std::string* into)
+// Appends what one read gives, at most max bytes; false at end of data or on failure.
+bool ReadSome(int fd, std::string* into, std::size_t max)
 {
     char chunk[256];
-    const ssize_t got = read(fd, chunk, sizeof chunk);
+    const ssize_t got = read(fd, chunk, max < sizeof chunk ? max : sizeof chunk);
     if (got <= 0) {
         return false;
     }
@@ -110,10 +113,8 @@ std::string PseudoTerminal::Receive(std::size_t count, int timeoutMs)
 {
     std::string received;
     const Stopwatch clock;
-    while (received.size() < count) {
-        if (!WaitReadable(m_master, timeoutMs - clock.ElapsedMs()) || !ReadSome(m_master, &received)) {
-            break;
-        }
+    while (received.size() < count && WaitReadable(m_master, timeoutMs - clock.ElapsedMs()) &&
+           ReadSome(m_master, &received, count - received.size())) {
     }
     return received;
 }
@@ -121,7 +122,7 @@ std::string PseudoTerminal::Receive(std::size_t count, int timeoutMs)
 std::string PseudoTerminal::ReceiveUntilQuiet(int quietMs)
 {
     std::string received;
-    while (WaitReadable(m_master, quietMs) && ReadSome(m_master, &received)) {
+    while (WaitReadable(m_master, quietMs) && ReadSome(m_master, &received, std::string::npos)) {
     }
     return received;
 }

@@ -26,7 +26,8 @@ public:
     // Sends bytes to the tool, as the receiver would. True when all of them were written.
     bool Send(const std::string& bytes);
 
-    // What the tool wrote: reads until count bytes arrived or timeoutMs passed.
+    // What the tool wrote: reads until count bytes arrived or timeoutMs passed. Bytes beyond
+    // count stay queued for the next call.
     std::string Receive(std::size_t count, int timeoutMs);
 
     // What the tool wrote: everything that arrives until the line has been quiet for quietMs.
