@@ -1,0 +1,19 @@
+#include <iostream>
+#include <memory>
+#include <string>
+
+#include "app/RunDriver.h"
+#include "serial/CZRFamilyComPort.h"
+
+int main(int argc, char** argv)
+{
+    const RunCollaborators console{
+        [](const std::string& devicePath) -> std::unique_ptr<CComPort> {
+            return std::make_unique<CZRFamilyComPort>(devicePath);
+        },
+        [](int, const std::string&, const std::string&, const std::string&) {},
+        std::cout,
+        std::cerr,
+    };
+    return RunGnssSetup(argc, argv, console);
+}
