@@ -1,0 +1,75 @@
+#include "receivers/other/PmcagOutputSentence.h"
+
+#include "receivers/other/NmeaChecksum.h"
+#include "util/Strings.h"
+
+#include <signal.h>
+
+#include <csignal>
+#include <cstdlib>
+
+namespace {
+
+// Any rate faster than 1 Hz is sent as this period: the receiver's "as fast as you can".
+constexpr int kFastestPeriod = 999;
+
+// The console's tool divided 1 by the whole hertz and let the CPU trap a division by zero. An
+// integer division by zero is undefined in C++ and some ARM cores return 0 instead of trapping,
+// so the signal is raised here on purpose, with the default action, exactly as the trap ended
+// the process: whatever handler or mask a caller has set up cannot turn it into something else.
+[[noreturn]] void EndProcessAsDivisionByZero()
+{
+    std::signal(SIGFPE, SIG_DFL);
+    sigset_t fpe;
+    sigemptyset(&fpe);
+    sigaddset(&fpe, SIGFPE);
+    sigprocmask(SIG_UNBLOCK, &fpe, nullptr);
+    std::raise(SIGFPE);
+    std::abort();  // not reached: SIGFPE's default action ends the process
+}
+
+// 1 / (the rate truncated to whole hertz), for rates below 2 Hz. Only rates above -2 are
+// converted, so the conversion is always defined; from -2 down the quotient is 0.
+int PeriodOfSlowRate(float hz)
+{
+    if (!(hz > -2.0f)) {
+        return 0;  // the whole hertz is -2 or less, and 1 / n truncates to 0
+    }
+    const int wholeHertz = static_cast<int>(hz);
+    if (wholeHertz == 0) {
+        EndProcessAsDivisionByZero();
+    }
+    return 1 / wholeHertz;
+}
+
+std::string MessageField(const char* name, const PmcagMessageOutput& message,
+                         const std::string& periodText)
+{
+    return FormatString(",%s,%s", name, message.on ? periodText.c_str() : "000");
+}
+
+}  // namespace
+
+std::string PmcagPeriodText(float hz)
+{
+    if (hz != hz) {
+        EndProcessAsDivisionByZero();  // a rate that is not a number truncates to 0 on the console
+    }
+    const int period = (hz >= 2.0f) ? kFastestPeriod : PeriodOfSlowRate(hz);
+    return FormatString("%03d", period);
+}
+
+std::string BuildPmcagOutputSentence(const PmcagOutputSettings& settings)
+{
+    const std::string vtg = PmcagPeriodText(settings.vtg.hz);
+    const std::string gga = PmcagPeriodText(settings.gga.hz);
+    const std::string gsa = PmcagPeriodText(settings.gsa.hz);
+    const std::string gsv = PmcagPeriodText(settings.gsv.hz);
+    const std::string zda = PmcagPeriodText(settings.zda.hz);
+    const std::string sentence = "$PMCAG,005,0" + MessageField("GGA", settings.gga, gga) +
+                                 MessageField("GSA", settings.gsa, gsa) +
+                                 MessageField("GSV", settings.gsv, gsv) +
+                                 MessageField("VTG", settings.vtg, vtg) +
+                                 MessageField("ZDA", settings.zda, zda);
+    return FinishNmeaSentence(sentence);
+}
