@@ -5,8 +5,11 @@
 
 namespace GnssSim {
 
-// A receiver's command input: collects bytes up to and including LF. Noise that arrives in the
-// middle of a line leaves the line unreadable, which the receiver finds out when the line ends.
+// A receiver's command input: collects bytes up to and including LF.
+//
+// Bytes sent at the wrong speed reach the receiver's UART as framing errors, which it drops, so
+// noise between commands leaves nothing behind. Noise in the middle of a command means the
+// command lost characters: the line is unreadable, which the receiver finds out when it ends.
 class LineAssembler {
 public:
     // Takes bytes from data, starting at pos, up to and including the next LF (or to the end of
@@ -19,7 +22,8 @@ public:
     // The complete line; garbled tells whether noise came before it on the same line.
     std::string PopLine(bool& garbled);
 
-    void MarkGarbled() { m_garbled = true; }
+    // Noise arrived: a line under way has lost characters.
+    void OnNoise() { m_garbled = m_garbled || !m_partial.empty(); }
     void Clear();
 
 private:

@@ -33,8 +33,9 @@ public:
     bool HasItem() const { return m_complete; }
     DecodedItem PopItem();
 
-    // Noise arrived: the item being read cannot be trusted.
-    void MarkGarbled() { m_garbled = true; }
+    // Noise arrived: an item under way has lost bytes (the UART drops framing errors, so noise
+    // between items leaves nothing behind).
+    void OnNoise() { m_garbled = m_garbled || !m_bytes.empty(); }
     void Clear();
 
 private:

@@ -14,7 +14,7 @@ public:
 
 private:
     std::size_t ConsumeUnit(const std::string& bytes, std::size_t pos) override;
-    void OnNoiseHeard() override { m_input.MarkGarbled(); }
+    void OnNoiseHeard() override { m_input.OnNoise(); }
     void OnRestarted() override { m_input.Clear(); }
     std::string LogOutput(const std::string&) override { return std::string(); }
 

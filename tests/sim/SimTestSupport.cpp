@@ -1,5 +1,8 @@
 #include "SimTestSupport.h"
 
+#include "SlaveLine.h"
+
+#include <algorithm>
 #include <cstdio>
 
 GnssSim::SimOptions TestOptions(const std::string& receiver)
@@ -60,4 +63,45 @@ bool HasValidNmeaChecksum(const std::string& sentence)
     char expected[8];
     std::snprintf(expected, sizeof expected, "%02X", checksum);
     return sentence.substr(star + 1, 2) == expected;
+}
+
+std::string ReplyTo(SlaveLine& line, const std::string& command)
+{
+    line.Write(command + "\r\n");
+    const std::string received = line.ReadUntil("[COM1]", kReplyMs);
+    const std::size_t start = received.find('<');
+    if (start == std::string::npos) {
+        return std::string();
+    }
+    return received.substr(start, received.find('\r', start) - start);
+}
+
+std::string NextLogLine(SlaveLine& line)
+{
+    for (int lines = 0; lines < 5; ++lines) {
+        const std::string received = line.ReadLine(kReplyMs);
+        if (received.find('#') != std::string::npos || received.empty()) {
+            return received;
+        }
+    }
+    return std::string();
+}
+
+std::string BodyField(const std::string& logLine, std::size_t index)
+{
+    const std::size_t start = logLine.find(';');
+    const std::size_t end = logLine.rfind('*');
+    if (start == std::string::npos || end == std::string::npos) {
+        return std::string();
+    }
+    std::size_t fieldStart = start + 1;
+    for (std::size_t field = 0; field < index; ++field) {
+        fieldStart = logLine.find(',', fieldStart);
+        if (fieldStart == std::string::npos || fieldStart > end) {
+            return std::string();
+        }
+        ++fieldStart;
+    }
+    const std::size_t fieldEnd = std::min(logLine.find(',', fieldStart), end);
+    return logLine.substr(fieldStart, fieldEnd - fieldStart);
 }

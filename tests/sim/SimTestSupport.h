@@ -32,4 +32,17 @@ bool HasValidNovatelCrc(const std::string& line);
 // Whether an NMEA sentence carries the right checksum.
 bool HasValidNmeaChecksum(const std::string& sentence);
 
+
+class SlaveLine;
+
+// Sends a NovAtel command with its line end and returns the reply line ("<OK", or the error line)
+// without line ends; "" when no reply came.
+std::string ReplyTo(SlaveLine& line, const std::string& command);
+
+// The next NovAtel log line, port prompt and line end included; "" when none came.
+std::string NextLogLine(SlaveLine& line);
+
+// Field `index` of the body of a NovAtel log line (the part between ';' and '*').
+std::string BodyField(const std::string& logLine, std::size_t index);
+
 #endif
