@@ -1,0 +1,80 @@
+#include "receivers/novatel/NovatelExchange.h"
+#include "tests/novatel/SimulatedReceiver.h"
+#include "tests/novatel/WireTestSupport.h"
+
+using namespace NovatelCommon;
+
+namespace {
+
+struct BaudSwitchCase {
+    const char* receiver;
+    int from;
+    int to;
+    Lines heard;  // what the receiver understood, at its own rate
+};
+
+void PrintTo(const BaudSwitchCase& c, std::ostream* os)
+{
+    *os << c.receiver << " from " << c.from << " to " << c.to;
+}
+
+class BaudSwitch : public testing::TestWithParam<BaudSwitchCase> {};
+
+TEST_P(BaudSwitch, MovesReceiverAndPortAndTheNextExchangeIsAtTheNewRate)
+{
+    const BaudSwitchCase& c = GetParam();
+    GnssSim::SimOptions options = ReceiverOptions(c.receiver);
+    options.startupBaud = c.from;
+    SimulatedReceiver receiver(options);
+    auto configurer = receiver.MakeConfigurer();
+
+    const Stopwatch clock;
+    EXPECT_EQ(0, configurer->SetBaudRate(c.to));
+    ExpectTook(clock, 5 * 10);
+    EXPECT_EQ(c.to, receiver.Port().GetBaudRate());
+    EXPECT_EQ(c.heard, receiver.Heard());
+    EXPECT_EQ(c.to, receiver.Sim().ReceiverBaud());
+    EXPECT_EQ("<OK\r\n", ExchangeCommand(receiver.Port(), "echo off", "<OK", 1000));
+}
+
+// OEMV and OEM-Star receivers switch on "COM" and refuse "serialconfig", which they no longer hear
+// once they have switched; OEM6 and OEM7 receivers refuse "COM" and switch on "serialconfig". A
+// receiver at 9600 hears the sweep's first round, then the last one at its new rate.
+INSTANTIATE_TEST_SUITE_P(
+    Generations, BaudSwitch,
+    testing::Values(BaudSwitchCase{"oemv", 115200, 9600, {"COM 9600\r\n"}},
+                    BaudSwitchCase{"oemstar", 9600, 115200,
+                                   {"COM 115200\r\n", "COM 115200\r\n", "serialconfig 115200\r\n"}},
+                    BaudSwitchCase{"oem6", 115200, 19200, {"COM 19200\r\n", "serialconfig 19200\r\n"}},
+                    BaudSwitchCase{"oem7700", 9600, 115200,
+                                   {"COM 115200\r\n", "serialconfig 115200\r\n", "COM 115200\r\n",
+                                    "serialconfig 115200\r\n"}}),
+    [](const testing::TestParamInfo<BaudSwitchCase>& info) { return std::string(info.param.receiver); });
+
+TEST(FindReceiverBaud, FindsTheFirstRateAndPutsBothBackToTheEntryRate)
+{
+    GnssSim::SimOptions options = ReceiverOptions("oem7500");
+    options.startupBaud = 57600;
+    SimulatedReceiver receiver(options);
+    auto configurer = receiver.MakeConfigurer();
+
+    EXPECT_EQ(9600, configurer->FindReceiverBaud());
+    EXPECT_EQ(115200, receiver.Port().GetBaudRate());
+    EXPECT_EQ((Lines{"COM 9600\r\n", "serialconfig 9600\r\n", "echo off\r\n", "COM 115200\r\n",
+                     "serialconfig 115200\r\n", "COM 115200\r\n", "serialconfig 115200\r\n"}),
+              receiver.Heard());
+    EXPECT_EQ(115200, receiver.Sim().ReceiverBaud());
+}
+
+TEST(FindReceiverBaud, ASilentReceiverCostsFiveSweepsAndExchangesAndGivesMinusOne)
+{
+    SimulatedReceiver receiver(ReceiverOptions("silent"), 19200);
+    auto configurer = receiver.MakeConfigurer();
+    const Stopwatch clock;
+    EXPECT_EQ(-1, configurer->FindReceiverBaud());
+    // Six sweeps of five 10 ms pauses, five exchanges of a second that may each run over by 500 ms.
+    ExpectTook(clock, 6 * 5 * 10 + 5 * 1000, 5 * 500);
+    EXPECT_EQ(19200, receiver.Port().GetBaudRate());
+}
+
+}  // namespace
