@@ -156,13 +156,27 @@ int Pty::LineBaud() const
     return BaudOfSpeed(cfgetospeed(&settings));
 }
 
-bool Pty::HasUnreadInput() const
+namespace {
+
+bool PollsReadable(int fd)
 {
-    if (m_master < 0) {
+    if (fd < 0) {
         return false;
     }
-    pollfd master{m_master, POLLIN, 0};
-    return poll(&master, 1, 0) > 0 && (master.revents & POLLIN) != 0;
+    pollfd side{fd, POLLIN, 0};
+    return poll(&side, 1, 0) > 0 && (side.revents & POLLIN) != 0;
+}
+
+}
+
+bool Pty::HasUnreadInput() const
+{
+    return PollsReadable(m_master);
+}
+
+bool Pty::ToolHasUnreadInput() const
+{
+    return PollsReadable(m_slave);
 }
 
 }

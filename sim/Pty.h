@@ -47,6 +47,10 @@ public:
     // means every byte written before the call has been read.
     bool HasUnreadInput() const;
 
+    // Whether bytes the receiver sent still wait in the slave's input for the tool to read them.
+    // Asked on the simulator's own slave handle, which shares the tool's input buffer.
+    bool ToolHasUnreadInput() const;
+
 private:
     bool OpenSlaveHandle(std::string& error);
 

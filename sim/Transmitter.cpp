@@ -19,6 +19,11 @@ const std::chrono::nanoseconds kPacingSlice = std::chrono::milliseconds(1);
 // A start bit, eight data bits and a stop bit.
 const long kBitsPerByte = 10;
 
+// A pending hang-up waits this long at most for the tool to read the last bytes, and looks every
+// few milliseconds: the kernel tells nobody when the slave side reads.
+const std::chrono::milliseconds kHangUpGrace(1000);
+const std::chrono::milliseconds kHangUpCheck(5);
+
 }
 
 Transmitter::Transmitter(Pty& pty, WireLog& wireLog, NoiseMaker& noise, bool pace)
@@ -28,7 +33,7 @@ Transmitter::Transmitter(Pty& pty, WireLog& wireLog, NoiseMaker& noise, bool pac
 
 void Transmitter::Queue(OutputItem item, TimePoint now)
 {
-    if (m_hungUp || item.bytes.empty()) {
+    if (m_hangUp != HangUp::None || item.bytes.empty()) {
         return;
     }
     item.bytes = WithNoiseBetweenLines(item.bytes);
@@ -51,6 +56,10 @@ std::string Transmitter::WithNoiseBetweenLines(const std::string& bytes)
 
 void Transmitter::Service(TimePoint now)
 {
+    if (m_hangUp == HangUp::Pending) {
+        HangUpWhenRead(now);
+        return;
+    }
     while (!m_queue.empty() && now >= HeadStart()) {
         const std::size_t queued = m_queue.size();
         ServiceHead(now);
@@ -81,7 +90,7 @@ void Transmitter::ServiceHead(TimePoint now)
         m_sentOfHead = due;
         m_lastWrite = now;
     }
-    if (m_hungUp) {
+    if (m_hangUp != HangUp::None) {
         m_queue.clear();
         m_sentOfHead = 0;
         return;
@@ -107,6 +116,9 @@ std::chrono::nanoseconds Transmitter::ByteTime(int baud) const
 
 TimePoint Transmitter::NextWake() const
 {
+    if (m_hangUp == HangUp::Pending) {
+        return std::min(m_hangUpDeadline, m_lastWrite + kHangUpCheck);
+    }
     if (m_queue.empty()) {
         return Never();
     }
@@ -129,11 +141,23 @@ void Transmitter::Write(const OutputItem& item, std::string slice, TimePoint now
         m_bytesSent += static_cast<long>(slice.size());
     }
     if (hangUpNow) {
-        m_pty.HangUp();
-        m_hungUp = true;
-        m_wireLog.Add(now, WireDirection::Event, lineBaud, item.receiverBaud, "",
-                      "hang-up after " + std::to_string(m_bytesSent) + " bytes sent (fault)");
+        m_hangUp = HangUp::Pending;
+        m_hangUpDeadline = now + kHangUpGrace;
+        m_lastWrite = now;
     }
+}
+
+void Transmitter::HangUpWhenRead(TimePoint now)
+{
+    m_lastWrite = now;
+    if (m_pty.ToolHasUnreadInput() && now < m_hangUpDeadline) {
+        return;
+    }
+    const int lineBaud = m_pty.LineBaud();
+    m_pty.HangUp();
+    m_hangUp = HangUp::Done;
+    m_wireLog.Add(now, WireDirection::Event, lineBaud, 0, "",
+                  "hang-up after " + std::to_string(m_bytesSent) + " bytes sent (fault)");
 }
 
 void Transmitter::WriteToLine(const std::string& bytes, const OutputItem& item, int lineBaud, TimePoint now)

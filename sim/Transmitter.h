@@ -46,7 +46,7 @@ public:
     void SetNoiseBetweenLines(long bytes) { m_noiseBetweenLines = bytes; }
     void SetHangUpAfter(long bytes) { m_hangUpAfter = bytes; }
 
-    bool HungUp() const { return m_hungUp; }
+    bool HungUp() const { return m_hangUp == HangUp::Done; }
     long BytesSent() const { return m_bytesSent; }
 
 private:
@@ -55,7 +55,7 @@ private:
     std::size_t BytesDueOfHead(TimePoint now) const;
     TimePoint HeadStart() const;
     void Write(const OutputItem& item, std::string slice, TimePoint now);
-    std::string CutAtHangUp(const std::string& slice);
+    void HangUpWhenRead(TimePoint now);
     void WriteToLine(const std::string& bytes, const OutputItem& item, int lineBaud, TimePoint now);
     std::chrono::nanoseconds ByteTime(int baud) const;
 
@@ -73,7 +73,12 @@ private:
     long m_noiseBetweenLines = 0;
     long m_hangUpAfter = -1;
     long m_bytesSent = 0;
-    bool m_hungUp = false;
+
+    // The line drops once the tool has read the bytes sent before the hang-up (a hang-up discards
+    // what the tool has not read yet), or after a grace period when the tool does not read.
+    enum class HangUp { None, Pending, Done };
+    HangUp m_hangUp = HangUp::None;
+    TimePoint m_hangUpDeadline;
 };
 
 }
