@@ -74,4 +74,22 @@ TEST(WaitForOk, TakesOnlyALineThatBeginsWithOk)
     port.Close();
 }
 
+TEST(WaitForOk, ARefusedCommandCostsItsTimeOnce)
+{
+    // The receiver's prompt is left over from its previous reply and no "<OK" follows. The read
+    // that takes the prompt ends a fraction of a millisecond before its time, which must not cost
+    // a second full read.
+    PseudoTerminal pty;
+    PathComPort port(pty.SlavePath());
+    ASSERT_EQ(0, port.Open());
+    for (int i = 0; i < 3; ++i) {
+        ASSERT_TRUE(pty.Send("[COM1]"));
+        ASSERT_TRUE(pty.WaitForSlaveInput(1000));
+        const Stopwatch clock;
+        EXPECT_FALSE(WaitForOk(port, 200));
+        EXPECT_LT(clock.ElapsedMs(), 2 * 200 - 50);
+    }
+    port.Close();
+}
+
 }  // namespace
