@@ -2,11 +2,10 @@
 
 #include "receivers/other/CsiCommands.h"
 #include "receivers/other/PacedLineRead.h"
+#include "receivers/other/StreamMatcher.h"
 #include "serial/CComPort.h"
 #include "util/Stopwatch.h"
 #include "util/Strings.h"
-
-#include <cstring>
 
 namespace {
 
@@ -25,41 +24,6 @@ constexpr char kProbeAnswer[] = "$>JAPP";
 constexpr char kFirmwareReplyStart[] = "$>JI";
 // The reply's field that holds the firmware version.
 constexpr std::size_t kFirmwareField = 7;
-
-// Looks for a text in a stream that arrives in pieces: the part matched so far is kept from one
-// piece to the next.
-class StreamMatcher {
-public:
-    explicit StreamMatcher(const char* wanted) : m_wanted(wanted), m_length(std::strlen(wanted)) {}
-
-    // True once the whole text has been seen.
-    bool Feed(const char* bytes, int count)
-    {
-        for (int i = 0; i < count; ++i) {
-            if (Advance(bytes[i])) {
-                return true;
-            }
-        }
-        return false;
-    }
-
-private:
-    bool Advance(char byte)
-    {
-        if (byte == m_wanted[m_matched]) {
-            ++m_matched;
-        } else {
-            // The text has no repeated beginning other than its first character, so a mismatch
-            // can only restart the match there.
-            m_matched = (byte == m_wanted[0]) ? 1 : 0;
-        }
-        return m_matched == m_length;
-    }
-
-    const char* m_wanted;
-    std::size_t m_length;
-    std::size_t m_matched = 0;
-};
 
 // The "$>JI" reply line, or "" when none came within the budget.
 std::string ReadFirmwareReply(CComPort& port)

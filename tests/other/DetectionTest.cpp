@@ -17,7 +17,7 @@ namespace {
 
 // A detection that fails every probe has slept through all their budgets, which a loaded
 // machine stretches by more than a single wait.
-constexpr long kDetectionSlackMs = 1500;
+constexpr long kDetectionSlackMs = 2500;
 
 // The probes' budgets: the NovAtel version log at three rates, each 100 ms to settle and two
 // requests of 1 to 1.5 s; then "$JAPP" (3 s, plus a last read) and "$PMCAG" (0.3 s, likewise).
