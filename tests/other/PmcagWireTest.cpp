@@ -1,9 +1,11 @@
 #include "receivers/other/CAutonomousNovatel.h"
 #include "receivers/other/NmeaChecksum.h"
 #include "tests/other/SimulatedReceiverTest.h"
+#include "tests/support/PseudoTerminal.h"
 #include "util/Stopwatch.h"
 
 #include <csignal>
+#include <ctime>
 
 using GnssSim::HeardEntry;
 using GnssSim::HeardKind;
@@ -65,6 +67,23 @@ TEST_F(PmcagOnSimulator, ProbeGivesUpAfterItsBudgetOnASilentLine)
     EXPECT_FALSE(ProbePmcagReceiver(*port));
     EXPECT_GE(clock.ElapsedMs(), kProbeBudgetMs);
     EXPECT_LT(clock.ElapsedMs(), kProbeBudgetMs + 200 + kSchedulingSlackMs);
+}
+
+// A hung-up line fails every read at once; the probe must still sleep between its reads rather
+// than spin through its budget.
+TEST(PmcagProbeOnHungUpLine, WaitsOutItsBudgetWithoutSpinning)
+{
+    PseudoTerminal pty;
+    PathComPort port(pty.SlavePath());
+    ASSERT_EQ(0, port.Open());
+    pty.HangUp();
+    const Stopwatch clock;
+    const std::clock_t cpuStart = std::clock();
+    EXPECT_FALSE(ProbePmcagReceiver(port));
+    const double cpuMs = 1000.0 * static_cast<double>(std::clock() - cpuStart) / CLOCKS_PER_SEC;
+    EXPECT_GE(clock.ElapsedMs(), kProbeBudgetMs);
+    EXPECT_LT(cpuMs, kProbeBudgetMs / 4);
+    port.Close();
 }
 
 // The answer must begin the line: a CSI receiver's "$>" answers, or other text, are not it.
