@@ -65,20 +65,6 @@ TEST(PmcagOutputSentence, PeriodTexts)
     EXPECT_EQ("000", PmcagPeriodText(-3.0f));
 }
 
-TEST(PmcagOutputSentence, OnlyMessagesThatAreOnCarryTheirPeriod)
-{
-    PmcagOutputSettings settings = AllAt(1.0f, false);
-    settings.gga.on = true;
-    EXPECT_EQ("$PMCAG,005,0,GGA,001,GSA,000,GSV,000,VTG,000,ZDA,000*20\r\n",
-              BuildPmcagOutputSentence(settings));
-
-    settings = AllAt(1.0f, true);
-    settings.vtg.hz = 10.0f;
-    settings.zda.on = false;
-    const std::string sentence = BuildPmcagOutputSentence(settings);
-    EXPECT_EQ(sentence, FinishNmeaSentence("$PMCAG,005,0,GGA,001,GSA,001,GSV,001,VTG,999,ZDA,000"));
-}
-
 // The console's tool divided by the whole hertz, so a rate below 1 Hz ended the process with
 // SIGFPE, also for a message that is off. The signal must come on purpose, with every build.
 TEST(PmcagOutputSentenceDeathTest, RateBelowOneHertzEndsTheProcessWithSigfpe)
