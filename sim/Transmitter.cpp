@@ -17,7 +17,7 @@ namespace {
 const std::chrono::nanoseconds kPacingSlice = std::chrono::milliseconds(1);
 
 // A start bit, eight data bits and a stop bit.
-const long kBitsPerByte = 10;
+const long long kBitsPerByte = 10;
 
 // A pending hang-up waits this long at most for the tool to read the last bytes, and looks every
 // few milliseconds: the kernel tells nobody when the slave side reads.
@@ -111,7 +111,7 @@ std::size_t Transmitter::BytesDueOfHead(TimePoint now) const
 
 std::chrono::nanoseconds Transmitter::ByteTime(int baud) const
 {
-    return std::chrono::nanoseconds(1000000000L * kBitsPerByte / std::max(baud, 1));
+    return std::chrono::nanoseconds(1000000000LL * kBitsPerByte / std::max(baud, 1));
 }
 
 TimePoint Transmitter::NextWake() const

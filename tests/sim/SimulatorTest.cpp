@@ -1,6 +1,7 @@
 #include "SimTestSupport.h"
 #include "SlaveLine.h"
 
+#include <chrono>
 #include <cstdlib>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -110,4 +111,24 @@ TEST(Simulator, TranscriptIsStableAndClearingStartsANewRecord)
                                       "line \"bogus\\r\\n\" -> <ERROR:Invalid Message. Field = 1\n");
     sim->ClearHeard();
     EXPECT_TRUE(sim->Heard().empty());
+}
+
+TEST(Simulator, PacedOutputLeavesAtTheLinesByteRate)
+{
+    SimOptions options = TestOptions("oem6");
+    options.startupBaud = 9600;
+    options.pace = true;
+    auto sim = StartSimulator(options);
+    SlaveLine line(sim->SlavePath(), 9600);
+    const auto sent = std::chrono::steady_clock::now();
+    line.Write("log versiona once\r\n");
+    std::string received = line.ReadUntil("<OK", kReplyMs);
+    const auto firstReply = std::chrono::steady_clock::now();
+    received += line.ReadUntil("\r\n", kReplyMs) + line.ReadUntil("\r\n", kReplyMs);
+    const auto done = std::chrono::steady_clock::now();
+    ASSERT_TRUE(HasValidNovatelCrc(received));
+    const long lineTimeMs = static_cast<long>(received.size()) * 10 * 1000 / 9600;
+    EXPECT_GE(std::chrono::duration_cast<std::chrono::milliseconds>(done - sent).count(), lineTimeMs - 5);
+    EXPECT_LT(std::chrono::duration_cast<std::chrono::milliseconds>(firstReply - sent).count(), lineTimeMs / 2)
+        << "the reply comes first and does not wait for the log";
 }
