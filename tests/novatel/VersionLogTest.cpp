@@ -1,4 +1,8 @@
 #include "receivers/ReceiverType.h"
+#include "receivers/novatel/CAutonomousV1.h"
+#include "receivers/novatel/COEMStar.h"
+#include "receivers/novatel/NovatelOem6.h"
+#include "receivers/novatel/NovatelOem7.h"
 #include "receivers/novatel/VersionLog.h"
 
 #include <gtest/gtest.h>
@@ -151,6 +155,21 @@ TEST(Classification, NeedsAWholeFirstComponent)
     EXPECT_EQ(ReceiverType::Unknown, ClassifyVersionLine(""));
     EXPECT_EQ(ReceiverType::Unknown,
               ClassifyVersionLine(Line("1,GPSCARD,\"M\",\"P\",\"\\\"OEM7700\",\"L6X01\",\"B\",\"D\"")));
+}
+
+TEST(Classification, EachConfigurerTakesItsOwnTypes)
+{
+    EXPECT_TRUE(COEMStar::MatchesReceiverType(ReceiverType::OemStar, false));
+    EXPECT_TRUE(COEMStar::MatchesReceiverType(ReceiverType::OemStar, true));
+    EXPECT_TRUE(COEMStar::MatchesReceiverType(ReceiverType::OemStarG, true));
+    EXPECT_FALSE(COEMStar::MatchesReceiverType(ReceiverType::OemStarG, false));
+    EXPECT_TRUE(NovatelOem6::MatchesReceiverType(ReceiverType::Oem6));
+    EXPECT_FALSE(NovatelOem6::MatchesReceiverType(ReceiverType::Oem7500));
+    EXPECT_TRUE(NovatelOem7::MatchesReceiverType(ReceiverType::Oem7500));
+    EXPECT_TRUE(NovatelOem7::MatchesReceiverType(ReceiverType::Oem7700));
+    EXPECT_FALSE(NovatelOem7::MatchesReceiverType(ReceiverType::Oem6));
+    EXPECT_TRUE(CAutonomousV1::MatchesReceiverType(ReceiverType::V1));
+    EXPECT_FALSE(CAutonomousV1::MatchesReceiverType(ReceiverType::Unknown));
 }
 
 }  // namespace
