@@ -9,9 +9,10 @@ namespace GnssSim {
 
 namespace {
 
-// The log header's GPS time and the sentences' UTC start here when the simulator starts and run
-// on with it, so that a repeated run gives the same lines at the same moments.
+// The log header's GPS time starts here when the simulator starts and runs on with it, so that a
+// repeated run gives the same lines at the same moments.
 const double kStartSecondsOfWeek = 302400.0;
+
 std::string ErrorReply(int field)
 {
     return "<ERROR:Invalid Message. Field = " + std::to_string(field);
