@@ -20,7 +20,7 @@ const unsigned kAll = kOemV | kStar | kLater;
 
 // OEMV and OEM-Star set their ports with "COM"; OEM6 and OEM7 replaced it with "SERIALCONFIG".
 // Channel configurations arrived with OEM-Star; system lock-out and the radar setting with OEM7.
-const NovatelCommandSpec kCommands[] = {
+const NovatelCommandRule kCommands[] = {
     {"ECHO", kAll, CommandAction::Echo, 1, 2, 0, "", nullptr, nullptr},
     {"LOG", kAll, CommandAction::Log, 1, 6, 0, "", nullptr, nullptr},
     {"UNLOG", kAll, CommandAction::Unlog, 1, 2, 0, "", nullptr, nullptr},
@@ -82,10 +82,10 @@ bool FitsRule(const std::string& rule, const std::string& word)
     return false;
 }
 
-std::vector<std::string> RulesOf(const NovatelCommandSpec& spec)
+std::vector<std::string> RulesOf(const NovatelCommandRule& command)
 {
     std::vector<std::string> rules;
-    for (const std::string& rule : SplitKeepingEmpty(spec.rules, ' ')) {
+    for (const std::string& rule : SplitKeepingEmpty(command.rules, ' ')) {
         if (!rule.empty()) {
             rules.push_back(rule);
         }
@@ -95,10 +95,10 @@ std::vector<std::string> RulesOf(const NovatelCommandSpec& spec)
 
 // An SBAS satellite can only be tracked on an SBAS channel, and only channels that exist can be
 // assigned; a GLONASS-less generation has no GLONASS channels to assign.
-int GenerationBadField(const NovatelCommandSpec& spec, const std::vector<std::string>& words, Generation generation)
+int GenerationBadField(const NovatelCommandRule& command, const std::vector<std::string>& words, Generation generation)
 {
     const GenerationTraits traits = TraitsOf(generation);
-    if (std::strcmp(spec.word, "ASSIGN") == 0) {
+    if (std::strcmp(command.word, "ASSIGN") == 0) {
         long channel = 0;
         long prn = 0;
         ParseInteger(words[1], channel);
@@ -108,7 +108,7 @@ int GenerationBadField(const NovatelCommandSpec& spec, const std::vector<std::st
         const bool sbasPrn = ParseInteger(words[2], prn) && prn >= 120 && prn <= 158;
         return sbasPrn && channel < traits.firstSbasChannel ? 3 : 0;
     }
-    if (std::strcmp(spec.word, "ASSIGNALL") == 0 && words[1] == "GLONASS" && !traits.glonass) {
+    if (std::strcmp(command.word, "ASSIGNALL") == 0 && words[1] == "GLONASS" && !traits.glonass) {
         return 2;
     }
     return 0;
@@ -135,32 +135,32 @@ unsigned GenerationBit(Generation generation)
     return 1u << static_cast<int>(generation);
 }
 
-const NovatelCommandSpec* FindNovatelCommand(const std::string& word, Generation generation)
+const NovatelCommandRule* FindNovatelCommand(const std::string& word, Generation generation)
 {
-    for (const NovatelCommandSpec& spec : kCommands) {
-        if (word == spec.word) {
-            return (spec.generations & GenerationBit(generation)) != 0 ? &spec : nullptr;
+    for (const NovatelCommandRule& command : kCommands) {
+        if (word == command.word) {
+            return (command.generations & GenerationBit(generation)) != 0 ? &command : nullptr;
         }
     }
     return nullptr;
 }
 
-int FirstBadField(const NovatelCommandSpec& spec, const std::vector<std::string>& words, Generation generation)
+int FirstBadField(const NovatelCommandRule& command, const std::vector<std::string>& words, Generation generation)
 {
     const int args = static_cast<int>(words.size()) - 1;
-    if (args < spec.minArgs) {
+    if (args < command.minArgs) {
         return args + 2;
     }
-    if (args > spec.maxArgs) {
-        return spec.maxArgs + 2;
+    if (args > command.maxArgs) {
+        return command.maxArgs + 2;
     }
-    const std::vector<std::string> rules = RulesOf(spec);
+    const std::vector<std::string> rules = RulesOf(command);
     for (std::size_t i = 1; i < words.size() && i - 1 < rules.size(); ++i) {
         if (!FitsRule(rules[i - 1], words[i])) {
             return static_cast<int>(i) + 1;
         }
     }
-    return GenerationBadField(spec, words, generation);
+    return GenerationBadField(command, words, generation);
 }
 
 bool KnowsLog(Generation generation, const std::string& logName)

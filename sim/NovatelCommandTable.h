@@ -21,7 +21,7 @@ GenerationTraits TraitsOf(Generation generation);
 enum class CommandAction { Setting, Echo, Log, Unlog, UnlogAll, SerialPort, Reset, SaveConfig, SelectChanConfig };
 
 // One command of the abbreviated ASCII language.
-struct NovatelCommandSpec {
+struct NovatelCommandRule {
     const char* word;
     unsigned generations;   // bit mask of GenerationBit
     CommandAction action;
@@ -38,11 +38,11 @@ struct NovatelCommandSpec {
 unsigned GenerationBit(Generation generation);
 
 // The command as the generation knows it, or null when the generation would not know it.
-const NovatelCommandSpec* FindNovatelCommand(const std::string& word, Generation generation);
+const NovatelCommandRule* FindNovatelCommand(const std::string& word, Generation generation);
 
 // 0 when the arguments fit; otherwise the number of the first field that does not, counting the
 // command word as field 1 (so an unknown command is field 1, a bad first argument field 2).
-int FirstBadField(const NovatelCommandSpec& spec, const std::vector<std::string>& words, Generation generation);
+int FirstBadField(const NovatelCommandRule& command, const std::vector<std::string>& words, Generation generation);
 
 // Whether the generation can produce the log ("VERSIONA", "GPGGA" ...).
 bool KnowsLog(Generation generation, const std::string& logName);

@@ -76,20 +76,20 @@ void NovatelReceiver::Answer(const std::string& line, bool garbled, const Outcom
 NovatelReceiver::Outcome NovatelReceiver::Execute(const std::vector<std::string>& words)
 {
     Outcome rejected;
-    const NovatelCommandSpec* spec = FindNovatelCommand(words[0], Setup().kind.generation);
-    if (spec == nullptr) {
+    const NovatelCommandRule* command = FindNovatelCommand(words[0], Setup().kind.generation);
+    if (command == nullptr) {
         rejected.badField = 1;
         return rejected;
     }
-    rejected.badField = FirstBadField(*spec, words, Setup().kind.generation);
-    return rejected.badField != 0 ? rejected : Dispatch(*spec, words);
+    rejected.badField = FirstBadField(*command, words, Setup().kind.generation);
+    return rejected.badField != 0 ? rejected : Dispatch(*command, words);
 }
 
-NovatelReceiver::Outcome NovatelReceiver::Dispatch(const NovatelCommandSpec& spec, const std::vector<std::string>& words)
+NovatelReceiver::Outcome NovatelReceiver::Dispatch(const NovatelCommandRule& command, const std::vector<std::string>& words)
 {
     Outcome outcome;
-    switch (spec.action) {
-    case CommandAction::Setting: return StoreSetting(spec, words);
+    switch (command.action) {
+    case CommandAction::Setting: return StoreSetting(command, words);
     case CommandAction::Echo: return SetEcho(words);
     case CommandAction::Log: return StartLog(words);
     case CommandAction::Unlog: return StopLog(words);
@@ -106,16 +106,16 @@ NovatelReceiver::Outcome NovatelReceiver::Dispatch(const NovatelCommandSpec& spe
     return outcome;
 }
 
-NovatelReceiver::Outcome NovatelReceiver::StoreSetting(const NovatelCommandSpec& spec,
+NovatelReceiver::Outcome NovatelReceiver::StoreSetting(const NovatelCommandRule& command,
                                                        const std::vector<std::string>& words)
 {
-    const std::size_t valueAt = 1 + static_cast<std::size_t>(spec.keyArgs);
+    const std::size_t valueAt = 1 + static_cast<std::size_t>(command.keyArgs);
     std::vector<std::string> keyWords(words.begin(), words.begin() + static_cast<long>(valueAt));
-    if (spec.transient != nullptr && words[1] == spec.transient) {
+    if (command.transient != nullptr && words[1] == command.transient) {
         return Outcome();
     }
-    if (spec.cancels != nullptr) {
-        keyWords[0] = spec.cancels;
+    if (command.cancels != nullptr) {
+        keyWords[0] = command.cancels;
         MutableState().settings.erase(JoinWords(keyWords, 0, " "));
         return Outcome();
     }

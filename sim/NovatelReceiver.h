@@ -36,8 +36,8 @@ private:
     void OnLine(const std::string& line, bool garbled);
     void Answer(const std::string& line, bool garbled, const Outcome& outcome);
     Outcome Execute(const std::vector<std::string>& words);
-    Outcome Dispatch(const NovatelCommandSpec& spec, const std::vector<std::string>& words);
-    Outcome StoreSetting(const NovatelCommandSpec& spec, const std::vector<std::string>& words);
+    Outcome Dispatch(const NovatelCommandRule& command, const std::vector<std::string>& words);
+    Outcome StoreSetting(const NovatelCommandRule& command, const std::vector<std::string>& words);
     Outcome SetEcho(const std::vector<std::string>& words);
     Outcome StartLog(const std::vector<std::string>& words);
     Outcome StopLog(const std::vector<std::string>& words);
