@@ -3,6 +3,7 @@
 #include <string>
 
 #include "app/RunDriver.h"
+#include "driver/SetDriverReceiverInfo.h"
 #include "serial/CZRFamilyComPort.h"
 
 int main(int argc, char** argv)
@@ -11,7 +12,7 @@ int main(int argc, char** argv)
         [](const std::string& devicePath) -> std::unique_ptr<CComPort> {
             return std::make_unique<CZRFamilyComPort>(devicePath);
         },
-        [](int, const std::string&, const std::string&, const std::string&) {},
+        SetDriverReceiverInfo,
         std::cout,
         std::cerr,
     };
