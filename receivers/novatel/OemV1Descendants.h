@@ -108,7 +108,7 @@ protected:
                             int timeoutMs = kCommandTimeoutMs) const;
 
 private:
-    // Re-sends an on sentence at its new rate through the output operation's slot.
+    // Switches a sentence with a one-decimal period on at rateHz, or off, and records which.
     void OutputNmea(const char* logName, float rateHz, bool on, bool& isOn);
 };
 

@@ -60,9 +60,7 @@ TEST_P(ChannelConfigInUse, OnlyTheListIsAskedFor)
 }
 
 INSTANTIATE_TEST_SUITE_P(Generations, ChannelConfigInUse,
-                         testing::Values(InUseCase{"oemstarg", 2, false, false},
-                                         InUseCase{"oemstarg", 3, true, false},
-                                         InUseCase{"oemstarg", 5, true, true},
+                         testing::Values(InUseCase{"oemstarg", 5, true, true},
                                          InUseCase{"oem6", 2, false, true},
                                          InUseCase{"oem7500", 3, true, false}));
 
@@ -156,16 +154,6 @@ TEST_P(ValidModels, AreListedInTheReceiversOrder)
 
 INSTANTIATE_TEST_SUITE_P(Generations, ValidModels,
                          testing::Values("oemv", "oemstar", "oemstarg", "oem6", "oem7500", "oem7700"));
-
-TEST(ValidModelsList, ThreeModelsWithExpiryDates)
-{
-    GnssSim::SimOptions options = ReceiverOptions("oem6");
-    options.validModels = std::vector<GnssSim::ValidModel>{
-        {"D2LR0GTTR", 0, 0, 0}, {"D2L0PG0T0", 2025, 12, 31}, {"D2S00G0T0", 2030, 1, 1}};
-    SimulatedReceiver receiver(options);
-    EXPECT_EQ((Lines{"D2LR0GTTR", "D2L0PG0T0", "D2S00G0T0"}),
-              receiver.MakeConfigurer()->ListValidModels());
-}
 
 TEST(ValidModelsList, AnUnansweredRequestGivesNoModels)
 {

@@ -3,7 +3,6 @@
 #include "tests/novatel/SimulatedReceiver.h"
 #include "tests/novatel/WireTestSupport.h"
 #include "tests/support/PseudoTerminal.h"
-#include "util/Sleep.h"
 
 using namespace NovatelCommon;
 using GnssSim::Fault;
@@ -48,18 +47,6 @@ TEST(Exchange, ReadsAShortTimeoutInHalves)
     SimulatedReceiver receiver(options);
     EXPECT_EQ("", ExchangeCommand(receiver.Port(), "echo off", "<OK", 100));
     EXPECT_EQ("<OK\r\n", ExchangeCommand(receiver.Port(), "echo off", "<OK", 1000));
-}
-
-TEST(Exchange, AnswersReachTheCommandThatAskedEvenWhileTheReceiverStreams)
-{
-    SimulatedReceiver receiver(ReceiverOptions("oem7500"));
-    ASSERT_EQ("<OK\r\n", ExchangeCommand(receiver.Port(), "LOG GPGGALONG ONTIME 0.05", "<OK", 1000));
-    ASSERT_EQ("<OK\r\n", ExchangeCommand(receiver.Port(), "LOG GPGSV ONTIME 0.1", "<OK", 1000));
-    for (int i = 0; i < 5; ++i) {
-        SleepMs(60);  // sentences pile up between the exchanges
-        EXPECT_EQ(0u, ExchangeCommand(receiver.Port(), "log versiona once", "#VERSIONA", 1000)
-                          .find("#VERSIONA"));
-    }
 }
 
 TEST(WaitForOk, TakesOnlyALineThatBeginsWithOk)

@@ -133,9 +133,6 @@ INSTANTIATE_TEST_SUITE_P(
                 {}, true, {"log chanconfiglista once"}},
         FixCase{"GlonassSbas", "oemstarg", 5, {true, true, false, false, false, true, false}, {}, true,
                 {"log chanconfiglista once", "PSRDIFFSOURCE SBAS", "SBASCONTROL ENABLE AUTO"}},
-        FixCase{"NoEarlyStop", "oemstarg", 5, {true, true, false, false, false, true, false},
-                {Fault::NoAnswer("PSRDIFFSOURCE SBAS")}, false,
-                {"log chanconfiglista once", "PSRDIFFSOURCE SBAS", "SBASCONTROL ENABLE AUTO"}},
         // A refused channel configuration costs its restart wait; the SBAS commands still follow.
         FixCase{"RefusedConfigurationStillSetsSbas", "oemstar", 1,
                 {true, false, false, false, false, true, false},

@@ -96,10 +96,7 @@ TEST(FirmwareVersion, IsTheSixCharactersAfterTheFamilyName)
     // Seven body fields are enough, though the record needs nine.
     EXPECT_EQ("060600", FirmwareVersionFromLine(
                             Line("1,GPSCARD,\"D2LRPGTTN\",\"BFN\",\"OEM615\",\"OEM060600RN0000\",\"B\"")));
-}
-
-TEST(FirmwareVersion, ShortOrMissingFieldsGiveWhatExists)
-{
+    // A short field gives what exists of the six characters.
     const std::string hw = "\"OEM615\"";
     EXPECT_EQ("060\"", FirmwareVersionFromLine(Component("\"M\"", hw, "\"OEM060\"")));
     EXPECT_EQ("", FirmwareVersionFromLine(Component("\"M\"", hw, "\"OE\"")));
