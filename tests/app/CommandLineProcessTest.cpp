@@ -6,7 +6,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "tests/app/ProcessRunner.h"
+#include "tests/support/ProcessRunner.h"
 
 using ::testing::HasSubstr;
 

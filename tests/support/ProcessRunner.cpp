@@ -1,4 +1,4 @@
-#include "tests/app/ProcessRunner.h"
+#include "tests/support/ProcessRunner.h"
 
 #include <poll.h>
 #include <sys/wait.h>
