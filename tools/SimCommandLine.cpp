@@ -199,6 +199,8 @@ bool ApplySwitch(const std::string& name, SimProgramOptions& options)
         options.sim.pace = true;
     } else if (name == "--echo") {
         options.sim.echo = true;
+    } else if (name == "--quiet") {
+        options.quiet = true;
     } else {
         return false;
     }
@@ -345,6 +347,8 @@ std::string SimUsage()
            "  --log FILE               write the wire log to FILE as it grows\n"
            "  --heard FILE             write what the receiver heard to FILE on exit, one entry a line,\n"
            "                           without timestamps (for golden files)\n"
+           "  --quiet                  print neither the start line nor the summary, so that standard\n"
+           "                           error carries only the command's own (and gnss-sim's errors)\n"
            "\n"
            "Faults (CMD is a command as the receiver hears it, compared word by word without regard\n"
            "to case; a last word * stands for any further words, and * alone for every command):\n"

@@ -12,6 +12,7 @@ struct SimProgramOptions {
     std::string heardPath;             // where to write the heard transcript, "" for nowhere
     std::vector<std::string> command;  // the command to run once the line is ready; empty: serve
     bool help = false;
+    bool quiet = false;                // leave out the start line and the summary on standard error
 };
 
 // Reads gnss-sim's arguments (without the program name); false with the reason when they do not

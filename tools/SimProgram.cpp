@@ -105,8 +105,10 @@ int Serve(const SimProgramOptions& options, std::ostream& err)
         err << "gnss-sim: " << error << "\n";
         return kFailureStatus;
     }
-    err << "gnss-sim: " << options.sim.receiver << " at " << sim.ReceiverBaud() << " baud on " << sim.SlavePath()
-        << (sim.LinkPath().empty() ? std::string() : " (linked from " + sim.LinkPath() + ")") << "\n";
+    if (!options.quiet) {
+        err << "gnss-sim: " << options.sim.receiver << " at " << sim.ReceiverBaud() << " baud on " << sim.SlavePath()
+            << (sim.LinkPath().empty() ? std::string() : " (linked from " + sim.LinkPath() + ")") << "\n";
+    }
     int status = 0;
     if (options.command.empty()) {
         WaitForInterrupt();
@@ -115,7 +117,9 @@ int Serve(const SimProgramOptions& options, std::ostream& err)
     }
     sim.WaitForQuiet(kFinalQuietMs);
     sim.Stop();
-    err << SummariseWireLog(sim.WireLogLines());
+    if (!options.quiet) {
+        err << SummariseWireLog(sim.WireLogLines());
+    }
     if (!options.heardPath.empty() && !WriteTranscript(options.heardPath, sim.HeardTranscript(), err)) {
         return status == 0 ? kFailureStatus : status;
     }

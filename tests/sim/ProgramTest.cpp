@@ -108,7 +108,7 @@ TEST(SimCommandLine, HelpDocumentsEveryOption)
                                    "--pace", "--seed", "--log", "--heard", "--no-answer", "--delay", "--split",
                                    "--nul-in", "--nul-before", "--long-line-in", "--long-line-before",
                                    "--long-line-length", "--noise-between", "--hang-up-after", "--start-baud",
-                                   "--help"};
+                                   "--quiet", "--help"};
     const std::string usage = SimUsage();
     for (const char* option : options) {
         EXPECT_NE(usage.find(option), std::string::npos) << option;
@@ -151,4 +151,14 @@ TEST(SimProgram, ExitsWithTheCommandsStatus)
     EXPECT_EQ(RunProgram("--receiver silent -- /nonexistent/command", err), 127);
     EXPECT_EQ(RunProgram("--receiver oem9", err), 2);
     EXPECT_NE(err.find("unknown receiver"), std::string::npos);
+}
+
+// Golden files compare the command's standard error, which the command shares with gnss-sim.
+TEST(SimProgram, QuietLeavesTheCommandsStandardErrorAlone)
+{
+    std::string err;
+    EXPECT_EQ(RunProgram("--receiver oem6 --quiet -- sh -c 'echo from the command >&2'", err), 0);
+    EXPECT_EQ(err, "from the command\n");
+    EXPECT_EQ(RunProgram("--receiver oem6 -- sh -c 'echo from the command >&2'", err), 0);
+    EXPECT_NE(err.find("gnss-sim: heard 0 lines"), std::string::npos) << err;
 }
