@@ -21,25 +21,45 @@ std::vector<std::string> EmulatorCommand()
 }
 
 // The program's argv: the program path under an emulator (which is told the name to show through
-// its -0 option), the program's own name otherwise.
+// its -0 option and the program's own variables through -E), the program's own name otherwise.
 std::vector<std::string> CommandLineFor(const std::string& program, const std::string& name,
-                                        const std::vector<std::string>& arguments)
+                                        const std::vector<std::string>& arguments,
+                                        const ProgramEnvironment& environment)
 {
     std::vector<std::string> command = EmulatorCommand();
     if (command.empty()) {
         command.push_back(name);
     } else {
-        command.insert(command.end(), {"-0", name, program});
+        command.insert(command.end(), {"-0", name});
+        for (const std::string& variable : environment) {
+            command.insert(command.end(), {"-E", variable});
+        }
+        command.push_back(program);
     }
     command.insert(command.end(), arguments.begin(), arguments.end());
     return command;
 }
 
+// Natively the variables are the program's own; under the emulator CommandLineFor passed them on.
+void AddNativeEnvironment(const ProgramEnvironment& environment)
+{
+    if (!EmulatorCommand().empty()) {
+        return;
+    }
+    for (const std::string& variable : environment) {
+        const std::size_t equals = variable.find('=');
+        setenv(variable.substr(0, equals).c_str(),
+               equals == std::string::npos ? "" : variable.c_str() + equals + 1, 1);
+    }
+}
+
 [[noreturn]] void ExecInChild(const std::string& executable,
-                              const std::vector<std::string>& command, int outFd, int errFd)
+                              const std::vector<std::string>& command,
+                              const ProgramEnvironment& environment, int outFd, int errFd)
 {
     dup2(outFd, STDOUT_FILENO);
     dup2(errFd, STDERR_FILENO);
+    AddNativeEnvironment(environment);
     std::vector<char*> argv;
     for (const std::string& part : command) {
         argv.push_back(const_cast<char*>(part.c_str()));
@@ -88,9 +108,16 @@ int StatusOf(int waitStatus)
 ProcessResult RunBuiltProgram(const std::string& program, const std::string& name,
                               const std::vector<std::string>& arguments)
 {
+    return RunBuiltProgram(program, name, arguments, {});
+}
+
+ProcessResult RunBuiltProgram(const std::string& program, const std::string& name,
+                              const std::vector<std::string>& arguments,
+                              const ProgramEnvironment& environment)
+{
     const std::vector<std::string> emulator = EmulatorCommand();
     const std::string executable = emulator.empty() ? program : emulator.front();
-    const std::vector<std::string> command = CommandLineFor(program, name, arguments);
+    const std::vector<std::string> command = CommandLineFor(program, name, arguments, environment);
 
     int outPipe[2];
     int errPipe[2];
@@ -102,7 +129,7 @@ ProcessResult RunBuiltProgram(const std::string& program, const std::string& nam
     if (child == 0) {
         close(outPipe[0]);
         close(errPipe[0]);
-        ExecInChild(executable, command, outPipe[1], errPipe[1]);
+        ExecInChild(executable, command, environment, outPipe[1], errPipe[1]);
     }
     close(outPipe[1]);
     close(errPipe[1]);
@@ -113,4 +140,18 @@ ProcessResult RunBuiltProgram(const std::string& program, const std::string& nam
     waitpid(child, &waitStatus, 0);
     result.status = StatusOf(waitStatus);
     return result;
+}
+
+std::vector<std::string> BuiltProgramCommand(const std::string& program, const std::string& name,
+                                             const std::vector<std::string>& arguments,
+                                             const ProgramEnvironment& environment)
+{
+    if (!EmulatorCommand().empty()) {
+        return CommandLineFor(program, name, arguments, environment);
+    }
+    std::vector<std::string> command = {"env"};
+    command.insert(command.end(), environment.begin(), environment.end());
+    command.push_back(program);
+    command.insert(command.end(), arguments.begin(), arguments.end());
+    return command;
 }

@@ -16,4 +16,21 @@ struct ProcessResult {
 ProcessResult RunBuiltProgram(const std::string& program, const std::string& name,
                               const std::vector<std::string>& arguments);
 
+// Variables added to a program's environment, each as "NAME=VALUE".
+using ProgramEnvironment = std::vector<std::string>;
+
+// As above, with variables added to the program's environment alone. On a cross build they are
+// handed to the program through the emulator's -E, not set for the emulator: the host's loader
+// would act on an LD_PRELOAD of an ARM library, and fail.
+ProcessResult RunBuiltProgram(const std::string& program, const std::string& name,
+                              const std::vector<std::string>& arguments,
+                              const ProgramEnvironment& environment);
+
+// The command line that starts a program of this build with arguments and added variables, for
+// another program to start (gnss-sim runs its command so): through the emulator on a cross build,
+// through env(1) natively, where the program then sees its path rather than the name as argv[0].
+std::vector<std::string> BuiltProgramCommand(const std::string& program, const std::string& name,
+                                             const std::vector<std::string>& arguments,
+                                             const ProgramEnvironment& environment);
+
 #endif
