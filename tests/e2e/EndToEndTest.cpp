@@ -1,0 +1,246 @@
+// End to end: the built gnss-setup against gnss-sim through one of the console's /dev/ttyO*
+// names, with the control device double preloaded into the tool, and everything that came out of
+// the run compared with the golden files beside the scenario. GNSS_UPDATE_GOLDEN=1 rewrites the
+// golden files instead (README.md).
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <iostream>
+#include <memory>
+#include <regex>
+#include <sstream>
+
+#include "tests/e2e/LineDiff.h"
+#include "tests/e2e/PortClaim.h"
+#include "tests/e2e/Scenario.h"
+#include "tests/support/ProcessRunner.h"
+
+namespace {
+
+const char kUpdateVariable[] = "GNSS_UPDATE_GOLDEN";
+
+const char kHeardFile[] = "heard.txt";
+const char kDriverFile[] = "driver.txt";
+const char kWireLogFile[] = "wire.log";
+
+bool UpdatingGoldenFiles()
+{
+    const char* update = std::getenv(kUpdateVariable);
+    return update != nullptr && std::string(update) == "1";
+}
+
+bool UnderEmulator()
+{
+    return std::string(GNSS_E2E_EMULATOR).find_first_not_of(' ') != std::string::npos;
+}
+
+std::string ReadWholeFile(const std::string& path, bool& found)
+{
+    std::ifstream file(path, std::ios::binary);
+    found = file.good();
+    std::ostringstream text;
+    text << file.rdbuf();
+    return text.str();
+}
+
+std::string ReadFileOrNothing(const std::string& path)
+{
+    bool found = false;
+    return ReadWholeFile(path, found);
+}
+
+// A scenario's scratch folder: the simulator's transcript and wire log and the driver record. It
+// is kept when the scenario failed, for the wire log.
+class WorkFolder {
+public:
+    WorkFolder()
+    {
+        const char* temporary = std::getenv("TMPDIR");
+        std::string pattern = std::string(temporary != nullptr ? temporary : "/tmp") + "/gnss-e2e-XXXXXX";
+        if (mkdtemp(pattern.data()) != nullptr) {
+            m_path = pattern;
+        }
+    }
+    ~WorkFolder()
+    {
+        if (::testing::Test::HasFailure()) {
+            std::cout << "The scenario's wire log is in " << File(kWireLogFile) << "\n";
+            return;
+        }
+        for (const char* name : {kHeardFile, kDriverFile, kWireLogFile}) {
+            unlink(File(name).c_str());
+        }
+        rmdir(m_path.c_str());
+    }
+    WorkFolder(const WorkFolder&) = delete;
+    WorkFolder& operator=(const WorkFolder&) = delete;
+
+    bool Made() const { return !m_path.empty(); }
+    std::string File(const std::string& name) const { return m_path + "/" + name; }
+
+private:
+    std::string m_path;
+};
+
+// What a run left, each as the golden file holds it.
+struct Outcome {
+    std::string out;
+    std::string err;
+    std::string status;
+    std::string heard;
+    std::string driver;
+};
+
+// A NovAtel log carries the receiver's time of week and a CRC over it; the simulator's clock runs
+// from its start, so both change from run to run. They are written as <seconds> and <crc>; the
+// rest of the log, and where it stands in the output, must still match.
+std::string NormaliseLogTimes(const std::string& text)
+{
+    static const std::regex log(
+        R"((#[A-Z]+A,[^,;\n]*,[^,;\n]*,[^,;\n]*,[^,;\n]*,[^,;\n]*,)[0-9]+\.[0-9]+(,[^;\n]*;[^*\n]*\*)[0-9a-f]{8})");
+    return std::regex_replace(text, log, "$1<seconds>$2<crc>");
+}
+
+// qemu-user reports a signal that ended its program on its own standard error, which is the
+// tool's; the console shows no such line, so it is not part of the tool's output.
+std::string WithoutEmulatorReport(const std::string& err)
+{
+    if (!UnderEmulator()) {
+        return err;
+    }
+    static const std::regex report(R"(qemu: uncaught target signal [^\n]*\n)");
+    return std::regex_replace(err, report, "");
+}
+
+ProgramEnvironment ToolEnvironment(const Scenario& scenario, const WorkFolder& work)
+{
+    ProgramEnvironment environment = {std::string("LD_PRELOAD=") + ZRGPS_CTL_DOUBLE};
+    if (scenario.controlDevice) {
+        environment.push_back("ZRGPS_CTL_RECORD=" + work.File(kDriverFile));
+    }
+    if (GNSS_E2E_SANITIZED) {
+        // The double is loaded ahead of the sanitizer runtime, which otherwise refuses to start.
+        const char* given = std::getenv("ASAN_OPTIONS");
+        const std::string others = given != nullptr && *given != '\0' ? std::string(given) + ":" : "";
+        environment.push_back("ASAN_OPTIONS=" + others + "verify_asan_link_order=0");
+    }
+    return environment;
+}
+
+// The simulator runs the tool and ends with its status; --quiet leaves the tool's standard error
+// to the tool.
+ProcessResult RunAgainstSimulator(const Scenario& scenario, const WorkFolder& work)
+{
+    std::vector<std::string> simulator = {"--receiver", scenario.receiver};
+    simulator.insert(simulator.end(), scenario.simulatorOptions.begin(), scenario.simulatorOptions.end());
+    simulator.insert(simulator.end(), {"--quiet", "--link", scenario.port, "--heard", work.File(kHeardFile),
+                                       "--log", work.File(kWireLogFile), "--"});
+    const std::vector<std::string> tool =
+        BuiltProgramCommand(GNSS_SETUP_PROGRAM, "gnss-setup", scenario.arguments, ToolEnvironment(scenario, work));
+    simulator.insert(simulator.end(), tool.begin(), tool.end());
+    return RunBuiltProgram(GNSS_SIM_PROGRAM, "gnss-sim", simulator);
+}
+
+Outcome RunScenario(const Scenario& scenario, const WorkFolder& work)
+{
+    const ProcessResult result =
+        scenario.HasReceiver()
+            ? RunAgainstSimulator(scenario, work)
+            : RunBuiltProgram(GNSS_SETUP_PROGRAM, "gnss-setup", scenario.arguments, ToolEnvironment(scenario, work));
+    Outcome outcome;
+    outcome.out = NormaliseLogTimes(result.out);
+    outcome.err = WithoutEmulatorReport(NormaliseLogTimes(result.err));
+    outcome.status = std::to_string(result.status) + "\n";
+    outcome.heard = ReadFileOrNothing(work.File(kHeardFile));
+    // The double writes nothing, not even the file, when the tool makes no request.
+    outcome.driver = ReadFileOrNothing(work.File(kDriverFile));
+    return outcome;
+}
+
+struct Golden {
+    const char* file;
+    std::string actual;
+};
+
+// Every golden file the scenario has: the transcript only with a receiver, the driver record only
+// when the control device is there to record.
+std::vector<Golden> GoldensOf(const Scenario& scenario, const Outcome& outcome)
+{
+    std::vector<Golden> goldens = {
+        {"stdout.txt", outcome.out}, {"stderr.txt", outcome.err}, {"status.txt", outcome.status}};
+    if (scenario.HasReceiver()) {
+        goldens.push_back({kHeardFile, outcome.heard});
+    }
+    if (scenario.controlDevice) {
+        goldens.push_back({kDriverFile, outcome.driver});
+    }
+    return goldens;
+}
+
+void CompareWithGolden(const Scenario& scenario, const Golden& golden)
+{
+    const std::string path = scenario.folder + "/" + golden.file;
+    bool found = false;
+    const std::string expected = ReadWholeFile(path, found);
+    if (!found) {
+        ADD_FAILURE() << path << " is missing; " << kUpdateVariable << "=1 writes it";
+        return;
+    }
+    const std::string diff = LineDiff(expected, golden.actual);
+    if (!diff.empty()) {
+        ADD_FAILURE() << scenario.name << "/" << golden.file << " differs (- golden, + this run):\n" << diff;
+    }
+}
+
+void WriteGolden(const Scenario& scenario, const Golden& golden)
+{
+    const std::string path = scenario.folder + "/" + golden.file;
+    std::ofstream file(path, std::ios::binary | std::ios::trunc);
+    file << golden.actual;
+    EXPECT_TRUE(file.good()) << "cannot write " << path;
+}
+
+class EndToEnd : public ::testing::TestWithParam<std::string> {};
+
+TEST_P(EndToEnd, MatchesItsGoldenFiles)
+{
+    Scenario scenario;
+    std::string error;
+    ASSERT_TRUE(ReadScenario(GNSS_E2E_SCENARIOS, GetParam(), scenario, error)) << error;
+    std::unique_ptr<PortClaim> claim;
+    if (!scenario.port.empty()) {
+        claim = std::make_unique<PortClaim>(scenario.port);
+        std::string whyNot;
+        if (!claim->Take(whyNot)) {
+            GTEST_SKIP() << whyNot;
+        }
+    }
+    const WorkFolder work;
+    ASSERT_TRUE(work.Made()) << "no scratch folder";
+    const Outcome outcome = RunScenario(scenario, work);
+    for (const Golden& golden : GoldensOf(scenario, outcome)) {
+        if (UpdatingGoldenFiles()) {
+            WriteGolden(scenario, golden);
+        } else {
+            CompareWithGolden(scenario, golden);
+        }
+    }
+}
+
+// ctest names the same tests from the folder names (CMakeLists.txt), to filter one at a time.
+std::string TestNameOf(const ::testing::TestParamInfo<std::string>& info)
+{
+    std::string name = info.param;
+    for (char& c : name) {
+        c = c == '-' ? '_' : c;
+    }
+    return name;
+}
+
+INSTANTIATE_TEST_SUITE_P(Scenarios, EndToEnd, ::testing::ValuesIn(ScenarioNames(GNSS_E2E_SCENARIOS)), TestNameOf);
+
+}  // namespace
