@@ -20,21 +20,31 @@ void PrintTo(const BaudSwitchCase& c, std::ostream* os)
 
 class BaudSwitch : public testing::TestWithParam<BaudSwitchCase> {};
 
+// The switch's result, the port's rate, what the receiver heard, its rate, and its reply to an
+// exchange at the new rate.
+using BaudOutcome = std::tuple<int, int, Lines, int, std::string>;
+
 TEST_P(BaudSwitch, MovesReceiverAndPortAndTheNextExchangeIsAtTheNewRate)
 {
     const BaudSwitchCase& c = GetParam();
-    GnssSim::SimOptions options = ReceiverOptions(c.receiver);
-    options.startupBaud = c.from;
-    SimulatedReceiver receiver(options);
-    auto configurer = receiver.MakeConfigurer();
-
-    const Stopwatch clock;
-    EXPECT_EQ(0, configurer->SetBaudRate(c.to));
-    ExpectTook(clock, 5 * 10);
-    EXPECT_EQ(c.to, receiver.Port().GetBaudRate());
-    EXPECT_EQ(c.heard, receiver.Heard());
-    EXPECT_EQ(c.to, receiver.Sim().ReceiverBaud());
-    EXPECT_EQ("<OK\r\n", ExchangeCommand(receiver.Port(), "echo off", "<OK", 1000));
+    long tookMs = 0;
+    const BaudOutcome expected{0, c.to, c.heard, c.to, "<OK\r\n"};
+    const BaudOutcome outcome = RunSweepingScenario<BaudOutcome>(
+        [&c, &tookMs] {
+            GnssSim::SimOptions options = ReceiverOptions(c.receiver);
+            options.startupBaud = c.from;
+            SimulatedReceiver receiver(options);
+            auto configurer = receiver.MakeConfigurer();
+            const Stopwatch clock;
+            const int result = configurer->SetBaudRate(c.to);
+            tookMs = clock.ElapsedMs();
+            return BaudOutcome{result, receiver.Port().GetBaudRate(), receiver.Heard(),
+                               receiver.Sim().ReceiverBaud(),
+                               ExchangeCommand(receiver.Port(), "echo off", "<OK", 1000)};
+        },
+        expected);
+    EXPECT_EQ(expected, outcome);
+    ExpectTookMs(tookMs, 5 * 10);
 }
 
 // OEMV and OEM-Star receivers switch on "COM" and refuse "serialconfig", which they no longer hear
@@ -53,17 +63,24 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(FindReceiverBaud, FindsTheFirstRateAndPutsBothBackToTheEntryRate)
 {
-    GnssSim::SimOptions options = ReceiverOptions("oem7500");
-    options.startupBaud = 57600;
-    SimulatedReceiver receiver(options);
-    auto configurer = receiver.MakeConfigurer();
-
-    EXPECT_EQ(9600, configurer->FindReceiverBaud());
-    EXPECT_EQ(115200, receiver.Port().GetBaudRate());
-    EXPECT_EQ((Lines{"COM 9600\r\n", "serialconfig 9600\r\n", "echo off\r\n", "COM 115200\r\n",
-                     "serialconfig 115200\r\n", "COM 115200\r\n", "serialconfig 115200\r\n"}),
-              receiver.Heard());
-    EXPECT_EQ(115200, receiver.Sim().ReceiverBaud());
+    // The rate found, the port's rate, what the receiver heard and its rate.
+    using Outcome = std::tuple<int, int, Lines, int>;
+    const Outcome expected{9600, 115200,
+                           Lines{"COM 9600\r\n", "serialconfig 9600\r\n", "echo off\r\n",
+                                 "COM 115200\r\n", "serialconfig 115200\r\n", "COM 115200\r\n",
+                                 "serialconfig 115200\r\n"},
+                           115200};
+    const Outcome outcome = RunSweepingScenario<Outcome>(
+        [] {
+            GnssSim::SimOptions options = ReceiverOptions("oem7500");
+            options.startupBaud = 57600;
+            SimulatedReceiver receiver(options);
+            const int found = receiver.MakeConfigurer()->FindReceiverBaud();
+            return Outcome{found, receiver.Port().GetBaudRate(), receiver.Heard(),
+                           receiver.Sim().ReceiverBaud()};
+        },
+        expected);
+    EXPECT_EQ(expected, outcome);
 }
 
 TEST(FindReceiverBaud, ASilentReceiverCostsFiveSweepsAndExchangesAndGivesMinusOne)

@@ -36,23 +36,33 @@ class FamilyConfiguration : public testing::TestWithParam<FamilyCase> {};
 TEST_P(FamilyConfiguration, SendsItsCommandsUpToTheFirstRefusal)
 {
     const FamilyCase& c = GetParam();
-    GnssSim::SimOptions options = ReceiverOptions(c.receiver);
-    options.faults = c.faults;
-    SimulatedReceiver receiver(options);
-    if (c.streaming) {
-        for (const char* log : {"LOG GPGGALONG ONTIME 0.05", "LOG GPGSV ONTIME 0.1"}) {
-            ASSERT_EQ("<OK\r\n", NovatelCommon::ExchangeCommand(receiver.Port(), log, "<OK", 1000));
-        }
-        receiver.Heard();
-        receiver.Sim().ClearHeard();
-    }
-    auto configurer = receiver.MakeConfigurer();
-    const Stopwatch clock;
-    EXPECT_EQ(c.result, configurer->ApplyFamilyConfiguration());
-    ExpectTook(clock, c.waitsMs);
-    Lines expected = kRateAgain;
-    expected.insert(expected.end(), c.heardAfterRate.begin(), c.heardAfterRate.end());
-    EXPECT_EQ(expected, receiver.Heard());
+    // The configuration's result and what the receiver heard.
+    using Outcome = std::tuple<bool, Lines>;
+    Lines heard = kRateAgain;
+    heard.insert(heard.end(), c.heardAfterRate.begin(), c.heardAfterRate.end());
+    const Outcome expected{c.result, heard};
+    long tookMs = 0;
+    const Outcome outcome = RunSweepingScenario<Outcome>(
+        [&c, &tookMs] {
+            GnssSim::SimOptions options = ReceiverOptions(c.receiver);
+            options.faults = c.faults;
+            SimulatedReceiver receiver(options);
+            if (c.streaming) {
+                for (const char* log : {"LOG GPGGALONG ONTIME 0.05", "LOG GPGSV ONTIME 0.1"}) {
+                    NovatelCommon::ExchangeCommand(receiver.Port(), log, "<OK", 1000);
+                }
+                receiver.Heard();
+                receiver.Sim().ClearHeard();
+            }
+            auto configurer = receiver.MakeConfigurer();
+            const Stopwatch clock;
+            const bool result = configurer->ApplyFamilyConfiguration();
+            tookMs = clock.ElapsedMs();
+            return Outcome{result, receiver.Heard()};
+        },
+        expected);
+    EXPECT_EQ(expected, outcome);
+    ExpectTookMs(tookMs, c.waitsMs);
 }
 
 const auto kCaseName = [](const testing::TestParamInfo<FamilyCase>& info) {

@@ -11,17 +11,25 @@ namespace {
 // into the receiver's restart, so it answers at the second.
 constexpr int kRateFoundAfterRestart = 19200;
 
+// The reset's result, the port's rate, the receiver's rate and the reply at that rate.
+using ResetOutcome = std::tuple<int, int, int, std::string>;
+
+ResetOutcome ResetAndExchange(const GnssSim::SimOptions& options)
+{
+    SimulatedReceiver receiver(options);
+    auto configurer = receiver.MakeConfigurer();
+    const int result = configurer->ResetReceiver(5000);
+    return ResetOutcome{result, receiver.Port().GetBaudRate(), receiver.Sim().ReceiverBaud(),
+                        NovatelCommon::ExchangeCommand(receiver.Port(), "echo off", "<OK", 1000)};
+}
+
+const ResetOutcome kFoundAgain{0, kRateFoundAfterRestart, kRateFoundAfterRestart, "<OK\r\n"};
+
 TEST(Reset, TheReceiverIsFoundAgainAndBothEndAtTheRateItWasFoundAt)
 {
-    SimulatedReceiver receiver(ReceiverOptions("oem6"));
-    auto configurer = receiver.MakeConfigurer();
-    ASSERT_TRUE(configurer->CanReset());
-    EXPECT_EQ(0, configurer->ResetReceiver(5000));
-    EXPECT_EQ(kRateFoundAfterRestart, receiver.Port().GetBaudRate());
-    const Lines heard = receiver.Heard();
-    ASSERT_FALSE(heard.empty());
-    EXPECT_EQ("reset\r\n", heard.front());
-    EXPECT_EQ(kRateFoundAfterRestart, receiver.Sim().ReceiverBaud());
+    const GnssSim::SimOptions options = ReceiverOptions("oem6");
+    EXPECT_EQ(kFoundAgain, RunSweepingScenario<ResetOutcome>(
+                               [&options] { return ResetAndExchange(options); }, kFoundAgain));
 }
 
 TEST(Reset, AReceiverThatComesBackAtAnotherRateIsFoundThere)
@@ -29,12 +37,8 @@ TEST(Reset, AReceiverThatComesBackAtAnotherRateIsFoundThere)
     GnssSim::SimOptions options = ReceiverOptions("oemstar");
     options.startupBaud = 57600;
     options.faults = {Fault::StartAtBaud(115200)};
-    SimulatedReceiver receiver(options);
-    auto configurer = receiver.MakeConfigurer();
-    EXPECT_EQ(0, configurer->ResetReceiver(5000));
-    EXPECT_EQ(kRateFoundAfterRestart, receiver.Port().GetBaudRate());
-    EXPECT_EQ(kRateFoundAfterRestart, receiver.Sim().ReceiverBaud());
-    EXPECT_EQ("<OK\r\n", NovatelCommon::ExchangeCommand(receiver.Port(), "echo off", "<OK", 1000));
+    EXPECT_EQ(kFoundAgain, RunSweepingScenario<ResetOutcome>(
+                               [&options] { return ResetAndExchange(options); }, kFoundAgain));
 }
 
 TEST(Reset, AnUnacknowledgedResetIsReportedAtOnce)
@@ -42,8 +46,10 @@ TEST(Reset, AnUnacknowledgedResetIsReportedAtOnce)
     GnssSim::SimOptions options = ReceiverOptions("oem7700");
     options.faults = {Fault::NoAnswer("RESET")};
     SimulatedReceiver receiver(options);
+    auto configurer = receiver.MakeConfigurer();
+    EXPECT_TRUE(configurer->CanReset());
     const Stopwatch clock;
-    EXPECT_EQ(1, receiver.MakeConfigurer()->ResetReceiver(-1));
+    EXPECT_EQ(1, configurer->ResetReceiver(-1));
     ExpectTook(clock, 1000);
     EXPECT_EQ(Lines{"reset\r\n"}, receiver.Heard());
 }
