@@ -3,57 +3,20 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <sstream>
-#include <vector>
-
-#include "tests/support/PathComPort.h"
+#include "tests/app/InProcessRun.h"
 #include "tests/support/PseudoTerminal.h"
 
-using ::testing::HasSubstr;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
 using ::testing::StartsWith;
-
-namespace {
-
-struct RunResult {
-    int status;
-    std::string out;
-    std::string err;
-    std::string processErr;  // what the port itself printed
-    std::vector<std::string> openedPaths;
-};
-
-// Runs gnss-setup in-process with every device path opening devicePath instead.
-RunResult RunInProcess(const std::string& devicePath, std::vector<const char*> arguments)
-{
-    arguments.insert(arguments.begin(), "gnss-setup");
-    std::ostringstream out;
-    std::ostringstream err;
-    RunResult result{};
-    const RunCollaborators with{
-        [&](const std::string& path) -> std::unique_ptr<CComPort> {
-            result.openedPaths.push_back(path);
-            return std::make_unique<PathComPort>(devicePath);
-        },
-        [](int, const std::string&, const std::string&, const std::string&) {},
-        out,
-        err,
-    };
-    testing::internal::CaptureStderr();
-    result.status = RunGnssSetup(static_cast<int>(arguments.size()), arguments.data(), with);
-    result.processErr = testing::internal::GetCapturedStderr();
-    result.out = out.str();
-    result.err = err.str();
-    return result;
-}
-
-}  // namespace
 
 TEST(RunDriverDryRun, OpensThePortAtTheRequestedRateAndPrintsTheSettings)
 {
     PseudoTerminal line;
-    const RunResult result = RunInProcess(line.SlavePath(), {"--dry-run", "-b", "19200", "/dev/ttyO1"});
+    const RunOutcome result =
+        RunInProcess(line.SlavePath(), {"--dry-run", "-b", "19200", "/dev/ttyO1"});
     EXPECT_EQ(result.status, 0);
-    EXPECT_THAT(result.openedPaths, testing::ElementsAre("/dev/ttyO1"));
+    EXPECT_THAT(result.requestedPorts, ElementsAre("/dev/ttyO1"));
     EXPECT_THAT(result.out, StartsWith("Need to configure GPS on port /dev/ttyO1 with settings:\n"));
     EXPECT_EQ(result.err, "");
     EXPECT_EQ(line.SlaveBaud(), 19200);
@@ -63,10 +26,43 @@ TEST(RunDriverDryRun, OpensThePortAtTheRequestedRateAndPrintsTheSettings)
 
 TEST(RunDriverDryRun, APortThatCannotBeOpenedEndsWithStatusOne)
 {
-    const RunResult result = RunInProcess("/dev/no-such-receiver", {"--dry-run", "/dev/ttyO3"});
+    const RunOutcome result = RunInProcess("/dev/no-such-receiver", {"--dry-run", "/dev/ttyO3"});
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.out, "");
     EXPECT_EQ(result.processErr,
               "failed to open /dev/no-such-receiver\niRC = 100\nerror: No such file or directory\n");
     EXPECT_EQ(result.err, "open com port: No such file or directory\n");
+}
+
+// The override is how start-up scripts name a receiver they know: no port may be touched, not
+// even the default one, and the model is never part of it.
+TEST(RunDriverOverride, TellsTheDriverTheTypeAndFirmwareWithoutMakingAPort)
+{
+    const RunOutcome oem6 = RunInProcess("/dev/no-such-receiver", {"-R", "OEM6:060600"});
+    EXPECT_EQ(oem6.status, 0);
+    EXPECT_THAT(oem6.requestedPorts, IsEmpty());
+    EXPECT_THAT(oem6.driverTold, ElementsAre(DriverHandOver{5, "060600", "", ""}));
+    EXPECT_EQ(oem6.out, "");
+    EXPECT_EQ(oem6.err, "");
+
+    // Types that no probe yields reach the driver this way only.
+    const RunOutcome v1 =
+        RunInProcess("/dev/no-such-receiver", {"--set-receiver-type", "V1:3.000A19", "/dev/ttyO2"});
+    EXPECT_EQ(v1.status, 0);
+    EXPECT_THAT(v1.requestedPorts, IsEmpty());
+    EXPECT_THAT(v1.driverTold, ElementsAre(DriverHandOver{2, "3.000A19", "", ""}));
+}
+
+// Clearing the cached receiver tells the driver nothing usable is attached, and says so as a
+// failure, although the receiver is there and answering.
+TEST(RunDriverClearCached, TellsTheDriverUnknownAndFailsWithoutTalkingToTheReceiver)
+{
+    SimulatedLine line("oem7700");
+    const RunOutcome result = line.Run({"-x"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.requestedPorts, ElementsAre(kConsolePort));
+    EXPECT_THAT(result.driverTold, ElementsAre(DriverHandOver{9, "", "", ""}));
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(result.err, "Could not initialize GNSS receiver\n");
+    EXPECT_THAT(line.Heard(true), IsEmpty());
 }
