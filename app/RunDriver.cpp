@@ -49,6 +49,9 @@ int RunQuery(const GpsSettings& settings, CComPort& port, const RunCollaborators
     const int type = DetectReceiverType(probe, true);
     const std::unique_ptr<CGPSConfigurer> configurer = CreateConfigurer(probe);
     if (configurer) {
+        // Asked once before the print-out, which asks again: the console's tool always did, so
+        // receivers have always heard the request (a version log, "$JI") that many times.
+        configurer->GetFirmwareVersion();
         PrintQueryReport(*configurer, type, settings.bExtendedQuery, with.out);
     }
     return kSuccess;

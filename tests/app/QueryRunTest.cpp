@@ -11,10 +11,15 @@
 #include "tests/app/InProcessRun.h"
 #include "tests/app/NovatelGenerations.h"
 
+using ::testing::Each;
+using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::StartsWith;
 
 namespace {
+
+const char* const kVersionRequest = "log versiona once\r\n";
+const char* const kCsiIdentityRequest = "$JI\r\n";
 
 // A CSI receiver's identity; the "$>JI" reply carries the software version as the firmware.
 GnssSim::ReceiverIdentity CsiIdentity()
@@ -164,6 +169,33 @@ TEST(ExtendedQueryRun, PmcagReceiverHasNoVersionToShow)
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.out, QueryPrintOut("Novatel", "") + "  Raw Info:    \n");
     EXPECT_EQ(result.err, "");
+}
+
+// Every item of the print-out asks the receiver afresh, and the firmware is asked for once more
+// before the print-out, as the console's tool always did: receivers and their logs have always
+// seen that many requests. Detection asks a NovAtel receiver once.
+TEST(QueryRequests, NovatelReceiverIsAskedForItsVersionOnceMoreThanPrinted)
+{
+    SimulatedLine query(RecognisedNovatelGeneration("oem6").Options());
+    query.Run({"-Q"});
+    EXPECT_THAT(query.Heard(), ElementsAre(kVersionRequest, kVersionRequest, kVersionRequest));
+
+    SimulatedLine extended(RecognisedNovatelGeneration("oem6").Options());
+    extended.Run({"-E"});
+    const std::vector<std::string> heard = extended.Heard();
+    EXPECT_EQ(heard.size(), 6u);
+    EXPECT_THAT(heard, Each(kVersionRequest));
+}
+
+TEST(QueryRequests, CsiReceiverIsAskedForItsIdentityOnceMoreThanPrinted)
+{
+    SimulatedLine line("csi");
+    line.Run({"-E"});
+    const std::vector<std::string> heard = line.Heard();
+    ASSERT_GE(heard.size(), 5u);
+    EXPECT_THAT(std::vector<std::string>(heard.end() - 5, heard.end()),
+                ElementsAre("$JAPP\r\n", kCsiIdentityRequest, kCsiIdentityRequest,
+                            kCsiIdentityRequest, kCsiIdentityRequest));
 }
 
 }  // namespace
