@@ -16,6 +16,13 @@ constexpr long kPauseMs = 100;
 
 const Lines kUnansweredVersionRequests(5000 / 100, "LOG VERSIONA ONCE\r\n");
 
+// A receiver that acknowledges no version request. The sweep's own commands go unanswered too:
+// on a slow machine (qemu) their "<OK" can arrive after the sweep has flushed its input, and an
+// exchange takes any "<OK" it reads for its own.
+const std::vector<Fault> kSilentToVersionRequests = {Fault::NoAnswer("LOG VERSIONA ONCE"),
+                                                     Fault::NoAnswer("COM *"),
+                                                     Fault::NoAnswer("SERIALCONFIG *")};
+
 struct FamilyCase {
     const char* name;
     const char* receiver;
@@ -74,7 +81,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         FamilyCase{"GgaQualityOnly", "oemv", {}, false, true,
                    {"LOG VERSIONA ONCE\r\n", "GGAQUALITY 1 WAAS 2\r\n"}, kSweepMs},
-        FamilyCase{"NothingWithoutAnAnswer", "oemv", {Fault::NoAnswer("LOG VERSIONA ONCE")}, false,
+        FamilyCase{"NothingWithoutAnAnswer", "oemv", kSilentToVersionRequests, false,
                    false, kUnansweredVersionRequests, kSweepMs + 5000}),
     kCaseName);
 
@@ -94,7 +101,7 @@ INSTANTIATE_TEST_SUITE_P(
         FamilyCase{"StarG", "oemstarg", {}, true, true, kStarCommands, kSweepMs},
         FamilyCase{"StopsAtARefusal", "oemstar", {Fault::NoAnswer("GGAQUALITY *")}, false, false,
                    Lines(kStarCommands.begin(), kStarCommands.begin() + 3), kSweepMs + 1000},
-        FamilyCase{"NothingWithoutAnAnswer", "oemstarg", {Fault::NoAnswer("LOG VERSIONA ONCE")},
+        FamilyCase{"NothingWithoutAnAnswer", "oemstarg", kSilentToVersionRequests,
                    false, false, kUnansweredVersionRequests, kSweepMs + 5000}),
     kCaseName);
 
@@ -117,7 +124,7 @@ INSTANTIATE_TEST_SUITE_P(
         FamilyCase{"StopsAtARefusal", "oem6", {Fault::NoAnswer("DYNAMICS *")}, false, false,
                    Lines(kOem6Commands.begin(), kOem6Commands.begin() + 5),
                    kSweepMs + kPauseMs + 1000},
-        FamilyCase{"NothingWithoutAnAnswer", "oem6", {Fault::NoAnswer("LOG VERSIONA ONCE")}, false,
+        FamilyCase{"NothingWithoutAnAnswer", "oem6", kSilentToVersionRequests, false,
                    false, kUnansweredVersionRequests, kSweepMs + 5000 + kPauseMs}),
     kCaseName);
 
@@ -144,7 +151,7 @@ INSTANTIATE_TEST_SUITE_P(
         FamilyCase{"StopsAtTheRadar", "oem7500", {Fault::NoAnswer("RADARCONFIG *")}, false, false,
                    Lines(kOem7Commands.begin(), kOem7Commands.begin() + 7),
                    kSweepMs + 2 * kPauseMs + 1000},
-        FamilyCase{"NothingWithoutAnAnswer", "oem7700", {Fault::NoAnswer("LOG VERSIONA ONCE")},
+        FamilyCase{"NothingWithoutAnAnswer", "oem7700", kSilentToVersionRequests,
                    false, false, kUnansweredVersionRequests, kSweepMs + 5000 + 2 * kPauseMs}),
     kCaseName);
 
