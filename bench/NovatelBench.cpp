@@ -30,7 +30,7 @@ using NovatelCommon::OemV1Descendants;
 
 namespace {
 
-// The aim: no more than this over the specified waits, plus this share of them.
+// The aim: no more than this over the intended waits, plus this share of them.
 constexpr double kAllowedOverrunMs = 30.0;
 constexpr double kAllowedOverrunShare = 0.02;
 // The tool should be asleep nearly all the time it waits.
@@ -84,7 +84,7 @@ bool StartBench(const GnssSim::SimOptions& options, Bench& bench)
 struct Operation {
     std::string name;
     std::string receiver;
-    long specifiedWaitsMs;
+    long intendedWaitsMs;
     std::function<void(Bench&)> run;
     std::function<void(GnssSim::SimOptions&)> adjust = [](GnssSim::SimOptions&) {};
 };
@@ -213,17 +213,17 @@ int main(int argc, char** argv)
         if (!Measure(op, m)) {
             return 1;
         }
-        const double over = m.wallMs - static_cast<double>(op.specifiedWaitsMs);
+        const double over = m.wallMs - static_cast<double>(op.intendedWaitsMs);
         const bool onTime =
-            over <= kAllowedOverrunMs + kAllowedOverrunShare * static_cast<double>(op.specifiedWaitsMs);
+            over <= kAllowedOverrunMs + kAllowedOverrunShare * static_cast<double>(op.intendedWaitsMs);
         // An operation with nothing to wait for is a few milliseconds of round trips; its CPU share
         // says nothing about sleeping.
-        const bool quiet = op.specifiedWaitsMs == 0 || m.cpuMs <= kAllowedCpuShare * m.wallMs;
+        const bool quiet = op.intendedWaitsMs == 0 || m.cpuMs <= kAllowedCpuShare * m.wallMs;
         missed += (onTime && quiet) ? 0 : 1;
         totalWallMs += m.wallMs;
         totalCpuMs += m.cpuMs;
         std::printf("%-28s %-9s %10ld %10.1f %9.2f %7.2f %9.1f  %s%s\n", op.name.c_str(),
-                    op.receiver.c_str(), op.specifiedWaitsMs, m.wallMs, m.cpuMs,
+                    op.receiver.c_str(), op.intendedWaitsMs, m.wallMs, m.cpuMs,
                     m.wallMs > 0 ? 100.0 * m.cpuMs / m.wallMs : 0.0, over,
                     onTime ? "on time" : "LATE", quiet ? "" : ", cpu over 1%");
     }

@@ -20,8 +20,9 @@ const std::array<const char*, 7> kGlonassModels = {"D2L0PG0T0", "D2LRPGTT0", "D2
 
 using Sequence = std::vector<std::string>;
 
-// Indexed by GLONASS * 4 + SBAS * 2 + PPP. Row 5 (GLONASS on, SBAS off, PPP on) is row 3's
-// sequence, SBAS on and GLONASS idled: that is how these receivers are set up in the field.
+// Indexed by GLONASS * 4 + SBAS * 2 + PPP. Row 5 (GLONASS on, SBAS off, PPP on) deliberately
+// repeats row 3 (SBAS enabled, GLONASS idled) instead of following the pattern of the others:
+// receivers in service have always been set up so, and it stays.
 const Sequence kFixSequences[8] = {
     {"ASSIGNLBANDBEAM IDLE", "PSRDIFFSOURCE SBAS", "SBASCONTROL DISABLE", "ASSIGNALL GLONASS IDLE"},
     {"ASSIGNLBANDBEAM AUTO", "PPPDYNAMICS AUTO", "PSRDIFFSOURCE SBAS", "SBASCONTROL DISABLE",
