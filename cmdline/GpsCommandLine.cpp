@@ -174,6 +174,9 @@ void GpsOptions::Fill(GpsSettings& settings) const
 
 void ParseGpsCommandLine(int argc, const char* const* argv, GpsSettings& settings)
 {
+    // The library remembers for the whole process that an optional positional argument was
+    // registered, and would refuse the port of a second parser as following it.
+    TCLAP::OptionalUnlabeledTracker::alreadyOptional() = false;
     try {
         GpsOptions options;
         options.cmd.parse(argc, argv);

@@ -24,18 +24,6 @@ void PrintTo(const DriverHandOver& told, std::ostream* os)
         << "\", \"" << told.model << "\"}";
 }
 
-namespace {
-
-// The command-line library remembers for the rest of the process that an optional positional
-// argument was registered, and refuses a second one, even on a new parser. gnss-setup parses once
-// per process; a test that runs it again starts the library afresh as a new process would.
-void ForgetEarlierCommandLines()
-{
-    TCLAP::OptionalUnlabeledTracker::alreadyOptional() = false;
-}
-
-}  // namespace
-
 RunOutcome RunInProcess(const std::string& devicePath, std::vector<const char*> arguments,
                         PortMessages portMessages)
 {
@@ -55,7 +43,6 @@ RunOutcome RunInProcess(const std::string& devicePath, std::vector<const char*> 
         out,
         err,
     };
-    ForgetEarlierCommandLines();
     const int argc = static_cast<int>(arguments.size());
     if (portMessages == PortMessages::Left) {
         outcome.status = RunGnssSetup(argc, arguments.data(), with);

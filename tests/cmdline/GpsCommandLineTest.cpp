@@ -96,3 +96,12 @@ TEST(GpsCommandLine, ReceiverTypeOverrideFillsTypeAndFirmware)
     EXPECT_EQ(settings.strFirmware, "OM7CR0800");
     EXPECT_EQ(settings.strExtendedVersion, "");
 }
+
+TEST(GpsCommandLine, ParsesAgainInTheSameProcess)
+{
+    // The library keeps a note of optional positional arguments for the whole process.
+    EXPECT_EQ(Parse({"/dev/ttyO1"}).strPort, "/dev/ttyO1");
+    const GpsSettings again = Parse({"/dev/ttyO3"});
+    EXPECT_EQ(again.bParsedOk, 1);
+    EXPECT_EQ(again.strPort, "/dev/ttyO3");
+}
