@@ -12,24 +12,36 @@ constexpr size_t kFirstFormatBufferSize = 128;
 // Room added to the size the formatter asked for, kept from the console's earlier tool.
 constexpr size_t kFormatBufferSlack = 4;
 
-}  // namespace
-
-std::string FormatString(const char* format, ...)
+// Formats into a buffer of the first size and grows it until the text fits: to the size the
+// formatter asked for, or to twice the size when it reported an error instead.
+std::string FormatWithArguments(const char* format, va_list arguments)
 {
     std::vector<char> buffer(kFirstFormatBufferSize);
     for (;;) {
-        va_list args;
-        va_start(args, format);
-        const int needed = vsnprintf(buffer.data(), buffer.size(), format, args);
-        va_end(args);
+        va_list attempt;
+        va_copy(attempt, arguments);
+        // The analyser does not follow a va_list received as a parameter into va_copy.
+        // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized)
+        const int needed = vsnprintf(buffer.data(), buffer.size(), format, attempt);
+        va_end(attempt);
         if (needed >= 0 && static_cast<size_t>(needed) < buffer.size()) {
             return std::string(buffer.data(), static_cast<size_t>(needed));
         }
-        // A formatter error gives no size to aim for: double the buffer and try again.
         const size_t nextSize =
             needed < 0 ? buffer.size() * 2 : static_cast<size_t>(needed) + kFormatBufferSlack;
         buffer.assign(nextSize, '\0');
     }
+}
+
+}  // namespace
+
+std::string FormatString(const char* format, ...)
+{
+    va_list arguments;
+    va_start(arguments, format);
+    std::string text = FormatWithArguments(format, arguments);
+    va_end(arguments);
+    return text;
 }
 
 std::vector<std::string> SplitFields(const std::string& text, const std::string& delimiters)
@@ -77,7 +89,8 @@ std::string SubstrRange(const std::string& text, int first, int last)
     if (last >= length) {
         last = length - 1;
     }
-    return text.substr(static_cast<size_t>(first), static_cast<size_t>(last - first + 1));
+    return text.substr(static_cast<size_t>(first),
+                       static_cast<size_t>(last) - static_cast<size_t>(first) + 1);
 }
 
 int StringToInt(const std::string& text)
