@@ -55,7 +55,7 @@ std::string ReadFileOrNothing(const std::string& path)
 }
 
 // A scenario's scratch folder: the simulator's transcript and wire log and the driver record. It
-// is kept when the scenario failed, for the wire log.
+// is kept when the scenario failed, for a person to look into.
 class WorkFolder {
 public:
     WorkFolder()
@@ -69,7 +69,7 @@ public:
     ~WorkFolder()
     {
         if (::testing::Test::HasFailure()) {
-            std::cout << "The scenario's wire log is in " << File(kWireLogFile) << "\n";
+            std::cout << "The last run's wire log, transcript and driver record are kept in " << m_path << "\n";
             return;
         }
         Clear();
