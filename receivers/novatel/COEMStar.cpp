@@ -1,17 +1,8 @@
 #include "receivers/novatel/COEMStar.h"
 
 #include "receivers/ReceiverType.h"
+#include "receivers/novatel/FixCommands.h"
 #include "util/Strings.h"
-
-namespace {
-
-// The receiver's own channel configurations: GPS only, GPS with GLONASS, and GPS with GLONASS
-// and SBAS channels.
-constexpr int kGpsChannelConfig = 2;
-constexpr int kGpsGlonassChannelConfig = 3;
-constexpr int kGpsGlonassSbasChannelConfig = 5;
-
-}  // namespace
 
 COEMStar::COEMStar(CComPort* port, bool isStarG) : OemV1Descendants(port), isStarG(isStarG)
 {
@@ -45,9 +36,7 @@ bool COEMStar::ApplyFamilyConfiguration()
 
 bool COEMStar::SetFixSbas(bool useSbas)
 {
-    const bool source = Acknowledged("PSRDIFFSOURCE SBAS");
-    const bool control = Acknowledged(useSbas ? "SBASCONTROL ENABLE AUTO" : "SBASCONTROL DISABLE");
-    return source && control;
+    return AcknowledgedEach({"PSRDIFFSOURCE SBAS", NovatelCommon::SbasControlCommand(useSbas)});
 }
 
 bool COEMStar::ConfigureFix(bool useGps, bool useGlonass, bool /*useBeidou*/, bool /*useGalileo*/,
@@ -58,13 +47,14 @@ bool COEMStar::ConfigureFix(bool useGps, bool useGlonass, bool /*useBeidou*/, bo
         return true;
     }
     if (!useGlonass) {
-        const bool switched = ApplyChannelConfig(kGpsChannelConfig) == 1;
+        const bool switched = ApplyChannelConfig(kGpsOnlyChannelConfig) == kChannelConfigDone;
         return SetFixSbas(useSbas) && switched;
     }
     if (!useSbas) {
         // SBAS stays as it was: configuration 3 has no SBAS channels to set.
-        return ApplyChannelConfig(kGpsGlonassChannelConfig) == 1;
+        return ApplyChannelConfig(kGlonassChannelConfig) == kChannelConfigDone;
     }
-    const bool switched = ApplyChannelConfig(kGpsGlonassSbasChannelConfig) == 1;
+    const bool switched =
+        ApplyChannelConfig(kGlonassAlternativeChannelConfig) == kChannelConfigDone;
     return SetFixSbas(true) && switched;
 }

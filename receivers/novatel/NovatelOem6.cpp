@@ -1,10 +1,9 @@
 #include "receivers/novatel/NovatelOem6.h"
 
 #include "receivers/ReceiverType.h"
+#include "receivers/novatel/FixCommands.h"
 #include "receivers/novatel/NovatelTimeouts.h"
 #include "receivers/novatel/SbasCommands.h"
-#include "util/Sleep.h"
-#include "util/Strings.h"
 
 #include <algorithm>
 #include <array>
@@ -18,31 +17,25 @@ const std::array<const char*, 7> kGlonassModels = {"D2L0PG0T0", "D2LRPGTT0", "D2
                                                    "D2S00G0T0", "D2L00G0TR", "D2LR0GTTR",
                                                    "D2L0PG0TN"};
 
-using Sequence = std::vector<std::string>;
+// SBAS satellites go to channels 16 and 17; 18 and 19 are idled.
+constexpr int kFirstSbasChannel = 16;
 
-// Indexed by GLONASS * 4 + SBAS * 2 + PPP. Row 5 (GLONASS on, SBAS off, PPP on) deliberately
-// repeats row 3 (SBAS enabled, GLONASS idled) instead of following the pattern of the others:
-// receivers in service have always been set up so, and it stays.
-const Sequence kFixSequences[8] = {
-    {"ASSIGNLBANDBEAM IDLE", "PSRDIFFSOURCE SBAS", "SBASCONTROL DISABLE", "ASSIGNALL GLONASS IDLE"},
-    {"ASSIGNLBANDBEAM AUTO", "PPPDYNAMICS AUTO", "PSRDIFFSOURCE SBAS", "SBASCONTROL DISABLE",
-     "ASSIGNALL GLONASS IDLE"},
-    {"ASSIGNLBANDBEAM IDLE", "PSRDIFFSOURCE SBAS", "SBASCONTROL ENABLE AUTO",
-     "ASSIGNALL GLONASS IDLE"},
-    {"ASSIGNLBANDBEAM AUTO", "PPPDYNAMICS AUTO", "PSRDIFFSOURCE SBAS", "SBASCONTROL ENABLE AUTO",
-     "ASSIGNALL GLONASS IDLE"},
-    {"ASSIGNLBANDBEAM IDLE", "PSRDIFFSOURCE SBAS", "SBASCONTROL DISABLE", "ASSIGNALL GLONASS AUTO"},
-    {"ASSIGNLBANDBEAM AUTO", "PPPDYNAMICS AUTO", "PSRDIFFSOURCE SBAS", "SBASCONTROL ENABLE AUTO",
-     "ASSIGNALL GLONASS IDLE"},
-    {"ASSIGNLBANDBEAM IDLE", "PSRDIFFSOURCE SBAS", "SBASCONTROL ENABLE AUTO",
-     "ASSIGNALL GLONASS AUTO"},
-    {"ASSIGNLBANDBEAM AUTO", "PPPDYNAMICS AUTO", "PSRDIFFSOURCE SBAS", "SBASCONTROL ENABLE AUTO",
-     "ASSIGNALL GLONASS AUTO"},
-};
-
-const Sequence& FixSequence(bool useGlonass, bool useSbas, bool usePpp)
+// The L-band commands, the differential source, SBAS on or off, and GLONASS channels automatic or
+// idle.
+std::vector<std::string> FixSequence(bool useGlonass, bool useSbas, bool usePpp)
 {
-    return kFixSequences[(useGlonass ? 4 : 0) + (useSbas ? 2 : 0) + (usePpp ? 1 : 0)];
+    // GLONASS on, SBAS off and PPP on deliberately sends what GLONASS off, SBAS on and PPP on
+    // sends (SBAS enabled, GLONASS idled) instead of following the pattern of the other seven
+    // combinations: receivers in service have always been set up so, and it stays.
+    if (useGlonass && !useSbas && usePpp) {
+        useGlonass = false;
+        useSbas = true;
+    }
+    std::vector<std::string> commands = NovatelCommon::LBandCommands(usePpp);
+    commands.push_back("PSRDIFFSOURCE SBAS");
+    commands.push_back(NovatelCommon::SbasControlCommand(useSbas));
+    commands.push_back(useGlonass ? "ASSIGNALL GLONASS AUTO" : "ASSIGNALL GLONASS IDLE");
+    return commands;
 }
 
 }  // namespace
@@ -70,48 +63,31 @@ bool NovatelOem6::SupportsGlonass()
 
 bool NovatelOem6::ApplyFamilyConfiguration()
 {
-    bool alive = ReapplyBaudRateAndCheckAlive();
-    WriteBareLineEnd();
-    if (alive) {
-        alive = Acknowledged("PDPFILTER ENABLE\r\n");
-    }
-    SleepMs(NovatelCommon::kFamilySettleMs);
-    if (!alive) {
+    if (!BeginLaterFamilyConfiguration()) {
         return false;
     }
-    return AcknowledgedInTurn({
-        "PDPMODE RELATIVE AUTO\r\n",
-        "GGAQUALITY 1 WAAS 2\r\n",
-        "DYNAMICS LAND\r\n",
-        FormatString("SERIALCONFIG COM2 %d N 8 1 N OFF\r\n", m_nBaudRate),
-        FormatString("SERIALCONFIG COM1 %d N 8 1 N OFF\r\n", m_nBaudRate),
-    });
+    return AcknowledgedInTurn(
+               {"PDPMODE RELATIVE AUTO\r\n", "GGAQUALITY 1 WAAS 2\r\n", "DYNAMICS LAND\r\n"}) &&
+           SetLaterSerialPorts();
 }
 
 bool NovatelOem6::ConfigureSbas(const SbasPrnFlags& prnEnabled, bool useSbas, bool /*allowType0*/)
 {
-    const std::vector<int> prns = NovatelCommon::SelectedPrnsDescending(prnEnabled);
-    WriteBareLineEnd();
-    if (!useSbas || prns.empty()) {
-        Acknowledged("SBASCONTROL DISABLE\r\n");
+    const std::vector<int> prns = BeginLaterSbas(prnEnabled, useSbas);
+    if (prns.empty()) {
         return true;
     }
-    if (NovatelCommon::AllPrnsSelected(prnEnabled)) {
-        AcknowledgedInTurn(
-            {"PSRDIFFSOURCE SBAS\r\n", "SBASCONTROL ENABLE AUTO\r\n", "ASSIGNALL SBAS AUTO\r\n"});
-        return true;
-    }
-    const std::string channel16 = FormatString("ASSIGN 16 %d\r\n", prns[0]);
-    const std::string channel17 =
-        prns.size() > 1 ? FormatString("ASSIGN 17 %d\r\n", prns[1]) : "ASSIGN 17 IDLE\r\n";
+    const std::vector<std::string> channels =
+        NovatelCommon::SbasChannelPair(prns, kFirstSbasChannel, false);
     const bool enabled = Acknowledged("SBASCONTROL ENABLE\r\n");
     // Channel 16 is assigned even when SBAS could not be enabled, and its answer is not looked
     // at: the OEM6 set-up has always done so.
-    Acknowledged(channel16, kChannelAssignTimeoutMs);
+    Acknowledged(channels[0], kChannelAssignTimeoutMs);
     if (!enabled) {
         return true;
     }
-    AcknowledgedInTurn({channel17, "ASSIGN 18 IDLE\r\n", "ASSIGN 19 IDLE\r\n"},
+    AcknowledgedInTurn({channels[1], NovatelCommon::IdleChannel(kFirstSbasChannel + 2),
+                        NovatelCommon::IdleChannel(kFirstSbasChannel + 3)},
                        kChannelAssignTimeoutMs);
     return true;
 }
@@ -119,10 +95,5 @@ bool NovatelOem6::ConfigureSbas(const SbasPrnFlags& prnEnabled, bool useSbas, bo
 bool NovatelOem6::ConfigureFix(bool /*useGps*/, bool useGlonass, bool /*useBeidou*/,
                                bool /*useGalileo*/, bool /*useQzss*/, bool useSbas, bool usePpp)
 {
-    bool allOk = true;
-    for (const std::string& command : FixSequence(useGlonass, useSbas, usePpp)) {
-        // Every command is sent whatever the ones before it answered.
-        allOk = Acknowledged(command) && allOk;
-    }
-    return allOk;
+    return AcknowledgedEach(FixSequence(useGlonass, useSbas, usePpp));
 }

@@ -34,11 +34,6 @@ constexpr int kSbasOkTimeoutMs = 500;
 // sentences keep one decimal at any rate.
 constexpr float kGgaTwoDecimalsAboveHz = 10.0f;
 
-// Channel configurations: GPS only, with GLONASS, and the GLONASS alternative.
-constexpr int kGpsOnlyChannelConfig = 2;
-constexpr int kGlonassChannelConfig = 3;
-constexpr int kGlonassAlternativeChannelConfig = 5;
-
 // "selectchanconfig" restarts the receiver: the first second it may still send old output, then
 // it boots for about five seconds, and it may take up to half a minute before it answers again.
 constexpr int kRestartSettleMs = 1000;
@@ -57,7 +52,6 @@ constexpr int kResetFoundAgain = 0;
 constexpr int kResetNotAcknowledged = 1;
 constexpr int kResetNotFoundAgain = 2;
 
-constexpr int kChannelConfigDone = 1;
 constexpr int kChannelConfigFailed = 0;
 
 // The receiver is told the new rate both in the OEMV family's words and in those of later
@@ -96,6 +90,15 @@ bool OemV1Descendants::AcknowledgedInTurn(const std::vector<std::string>& comman
         }
     }
     return true;
+}
+
+bool OemV1Descendants::AcknowledgedEach(const std::vector<std::string>& commands) const
+{
+    bool allAcknowledged = true;
+    for (const std::string& command : commands) {
+        allAcknowledged = Acknowledged(command) && allAcknowledged;
+    }
+    return allAcknowledged;
 }
 
 bool OemV1Descendants::ReapplyBaudRateAndCheckAlive()
@@ -248,45 +251,38 @@ void OemV1Descendants::OutputZDA(bool on)
     OutputNmea("GPZDA", m_fZDAFrequency, on, m_bZDAOn);
 }
 
-// A sentence that is on takes its new rate at once; one that is off keeps it for later.
+void OemV1Descendants::SetRate(float& rate, float hz, bool isOn,
+                               void (OemV1Descendants::*output)(bool))
+{
+    rate = hz;
+    if (isOn) {
+        (this->*output)(true);
+    }
+}
+
 void OemV1Descendants::SetGGAFrequency(float hz)
 {
-    m_fGGAFrequency = hz;
-    if (m_bGGAOn) {
-        OutputGGA(true);
-    }
+    SetRate(m_fGGAFrequency, hz, m_bGGAOn, &OemV1Descendants::OutputGGA);
 }
 
 void OemV1Descendants::SetGSAFrequency(float hz)
 {
-    m_fGSAFrequency = hz;
-    if (m_bGSAOn) {
-        OutputGSA(true);
-    }
+    SetRate(m_fGSAFrequency, hz, m_bGSAOn, &OemV1Descendants::OutputGSA);
 }
 
 void OemV1Descendants::SetGSVFrequency(float hz)
 {
-    m_fGSVFrequency = hz;
-    if (m_bGSVOn) {
-        OutputGSV(true);
-    }
+    SetRate(m_fGSVFrequency, hz, m_bGSVOn, &OemV1Descendants::OutputGSV);
 }
 
 void OemV1Descendants::SetVTGFrequency(float hz)
 {
-    m_fVTGFrequency = hz;
-    if (m_bVTGOn) {
-        OutputVTG(true);
-    }
+    SetRate(m_fVTGFrequency, hz, m_bVTGOn, &OemV1Descendants::OutputVTG);
 }
 
 void OemV1Descendants::SetZDAFrequency(float hz)
 {
-    m_fZDAFrequency = hz;
-    if (m_bZDAOn) {
-        OutputZDA(true);
-    }
+    SetRate(m_fZDAFrequency, hz, m_bZDAOn, &OemV1Descendants::OutputZDA);
 }
 
 // ---- SBAS ----
@@ -300,6 +296,43 @@ bool OemV1Descendants::ConfigureSbas(const SbasPrnFlags& prnEnabled, bool useSba
         WaitForOk(Port(), kSbasOkTimeoutMs);
     }
     return true;
+}
+
+std::vector<int> OemV1Descendants::BeginLaterSbas(const SbasPrnFlags& prnEnabled, bool useSbas)
+{
+    const std::vector<int> prns = SelectedPrnsDescending(prnEnabled);
+    WriteBareLineEnd();
+    if (!useSbas || prns.empty()) {
+        Acknowledged("SBASCONTROL DISABLE\r\n");
+        return {};
+    }
+    if (AllPrnsSelected(prnEnabled)) {
+        AcknowledgedInTurn(
+            {"PSRDIFFSOURCE SBAS\r\n", "SBASCONTROL ENABLE AUTO\r\n", "ASSIGNALL SBAS AUTO\r\n"});
+        return {};
+    }
+    return prns;
+}
+
+// ---- Family configuration of the later generations ----
+
+bool OemV1Descendants::BeginLaterFamilyConfiguration()
+{
+    bool alive = ReapplyBaudRateAndCheckAlive();
+    WriteBareLineEnd();
+    if (alive) {
+        alive = Acknowledged("PDPFILTER ENABLE\r\n");
+    }
+    SleepMs(kFamilySettleMs);
+    return alive;
+}
+
+bool OemV1Descendants::SetLaterSerialPorts() const
+{
+    return AcknowledgedInTurn({
+        FormatString("SERIALCONFIG COM2 %d N 8 1 N OFF\r\n", m_nBaudRate),
+        FormatString("SERIALCONFIG COM1 %d N 8 1 N OFF\r\n", m_nBaudRate),
+    });
 }
 
 // ---- Channel configuration ----

@@ -13,7 +13,8 @@ namespace NovatelCommon {
 // What every NovAtel receiver descended from the OEMV command set shares: NovAtel's ASCII command
 // exchange, the version log, the NMEA logs, SBAS on channels 12 and 13, baud-rate changes,
 // channel configurations, reset and save. Each generation supplies its GLONASS test, its family
-// configuration and its fix configuration.
+// configuration and its fix configuration; OEM6 and OEM7 begin their family and SBAS set-ups
+// alike and take that beginning from here.
 //
 // Six operations follow the 28 of CGPSConfigurer, in this order; keep it. Nothing here prints;
 // every operation asks the receiver again (nothing is cached).
@@ -94,6 +95,14 @@ public:
     int FindReceiverBaud();
 
 protected:
+    // The receiver's own numbered channel configurations: GPS only, GPS with GLONASS, and the
+    // GLONASS alternative that also has SBAS channels.
+    static constexpr int kGpsOnlyChannelConfig = 2;
+    static constexpr int kGlonassChannelConfig = 3;
+    static constexpr int kGlonassAlternativeChannelConfig = 5;
+    // ApplyChannelConfig's result when the configuration is in use.
+    static constexpr int kChannelConfigDone = 1;
+
     CComPort& Port() const;
     // Whether the receiver answered command with "<OK" within timeoutMs (a reply line of the
     // exchange always begins with what it expects, so any reply at all is the acknowledgement).
@@ -101,15 +110,33 @@ protected:
     // Commands the receiver and the port to the configured rate again, then gives the receiver
     // five seconds to acknowledge a version-log request: whether it did.
     bool ReapplyBaudRateAndCheckAlive();
-    // A line end on its own ends any half-received command in the receiver.
-    void WriteBareLineEnd() const;
     // Sends commands in order until one is not acknowledged; true when all were.
     bool AcknowledgedInTurn(const std::vector<std::string>& commands,
                             int timeoutMs = kCommandTimeoutMs) const;
+    // Sends every command whatever the ones before it answered; true when all were acknowledged.
+    bool AcknowledgedEach(const std::vector<std::string>& commands) const;
+
+    // How OEM6 and OEM7 begin their family configuration: the rate re-applied, any half command
+    // ended, the PDP filter enabled once the receiver answers, then a pause that is always made.
+    // Whether the receiver answered and acknowledged the filter.
+    bool BeginLaterFamilyConfiguration();
+    // OEM6 and OEM7: both serial ports set to the configured rate, COM2 first; true when both
+    // were acknowledged (COM1 is not sent after a refusal).
+    bool SetLaterSerialPorts() const;
+    // How OEM6 and OEM7 begin their SBAS set-up: any half command ended, then SBAS disabled when
+    // it is not wanted or no PRN is selected, or the satellites left to the receiver when every
+    // PRN is (stopping at the first refusal). The PRNs, highest first, that the generation is
+    // still to put on its own channels; none when it is done.
+    std::vector<int> BeginLaterSbas(const SbasPrnFlags& prnEnabled, bool useSbas);
 
 private:
+    // A line end on its own ends any half-received command in the receiver.
+    void WriteBareLineEnd() const;
     // Switches a sentence with a one-decimal period on at rateHz, or off, and records which.
     void OutputNmea(const char* logName, float rateHz, bool on, bool& isOn);
+    // Stores a sentence's new rate; a sentence that is on is switched on again at once through
+    // its output slot, so that the receiver takes the rate. One that is off keeps it for later.
+    void SetRate(float& rate, float hz, bool isOn, void (OemV1Descendants::*output)(bool));
 };
 
 }  // namespace NovatelCommon

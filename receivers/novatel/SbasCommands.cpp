@@ -8,26 +8,8 @@ namespace NovatelCommon {
 
 namespace {
 
-// The OEM-V1 receivers track SBAS on these two channels only.
-constexpr int kFirstSbasChannel = 12;
-constexpr int kSbasChannelEnd = 14;
-
-// The receiver is told the satellite's Doppler is 0 and to search 500 Hz either side of it.
-const char* const kAssignPrnFormat = "ASSIGN %d %d 0 500\r\n";
-
-// The explicit channel commands: the two highest selected PRNs, the highest on the first channel,
-// and the second channel idled when only one PRN is selected.
-void AppendExplicitAssignments(const std::vector<int>& prns, std::vector<std::string>& commands)
-{
-    int channel = kFirstSbasChannel;
-    for (const int prn : prns) {
-        commands.push_back(FormatString(kAssignPrnFormat, channel, prn));
-        if (++channel == kSbasChannelEnd) {
-            return;
-        }
-    }
-    commands.push_back(FormatString("ASSIGN %d IDLE\r\n", channel));
-}
+// The OEM-V1 receivers track SBAS on channels 12 and 13 only.
+constexpr int kOemV1FirstSbasChannel = 12;
 
 }  // namespace
 
@@ -47,6 +29,22 @@ bool AllPrnsSelected(const SbasPrnFlags& prnEnabled)
     return std::all_of(prnEnabled.begin(), prnEnabled.end(), [](bool on) { return on; });
 }
 
+std::string IdleChannel(int channel)
+{
+    return FormatString("ASSIGN %d IDLE\r\n", channel);
+}
+
+std::vector<std::string> SbasChannelPair(const std::vector<int>& prns, int firstChannel,
+                                         bool withDopplerWindow)
+{
+    // The window tells the receiver the satellite's Doppler is 0 and to search 500 Hz either side.
+    const char* const format = withDopplerWindow ? "ASSIGN %d %d 0 500\r\n" : "ASSIGN %d %d\r\n";
+    const int secondChannel = firstChannel + 1;
+    return {FormatString(format, firstChannel, prns[0]),
+            prns.size() > 1 ? FormatString(format, secondChannel, prns[1])
+                            : IdleChannel(secondChannel)};
+}
+
 std::vector<std::string> OemV1SbasCommands(const SbasPrnFlags& prnEnabled, bool useSbas,
                                            bool allowType0)
 {
@@ -58,12 +56,11 @@ std::vector<std::string> OemV1SbasCommands(const SbasPrnFlags& prnEnabled, bool 
     std::vector<std::string> commands = {
         "psrdiffsource sbas\r\n",
         FormatString("sbascontrol enable auto 0 %s\r\n", allowType0 ? "zerototwo" : "none")};
-    if (AllPrnsSelected(prnEnabled)) {
-        commands.push_back("ASSIGN 12 AUTO\r\n");
-        commands.push_back("ASSIGN 13 AUTO\r\n");
-        return commands;
-    }
-    AppendExplicitAssignments(prns, commands);
+    const std::vector<std::string> channels =
+        AllPrnsSelected(prnEnabled)
+            ? std::vector<std::string>{"ASSIGN 12 AUTO\r\n", "ASSIGN 13 AUTO\r\n"}
+            : SbasChannelPair(prns, kOemV1FirstSbasChannel, true);
+    commands.insert(commands.end(), channels.begin(), channels.end());
     return commands;
 }
 

@@ -59,7 +59,7 @@ std::vector<std::string> BodyFieldsOfRecord(const std::string& line)
     return SplitFields(parts[1], ",");
 }
 
-// The body fields as the firmware and package searches read them: anything after the first ";".
+// The body fields as the classification reads them: anything after the first ";".
 std::vector<std::string> BodyFieldsAfterHeader(const std::string& line)
 {
     const std::vector<std::string> parts = SplitFields(line, ";");
@@ -67,6 +67,13 @@ std::vector<std::string> BodyFieldsAfterHeader(const std::string& line)
         return {};
     }
     return SplitFields(parts[1], ",");
+}
+
+// The body fields as the firmware and package searches read them: none unless the line is a
+// version line.
+std::vector<std::string> BodyFieldsOfVersionLine(const std::string& line)
+{
+    return IsVersionLine(line) ? BodyFieldsAfterHeader(line) : std::vector<std::string>();
 }
 
 std::string Unquoted(const std::string& field)
@@ -104,10 +111,7 @@ VersionRecord ParseVersionRecord(const std::string& line)
 
 std::string FirmwareVersionFromLine(const std::string& line)
 {
-    if (!IsVersionLine(line)) {
-        return "";
-    }
-    const std::vector<std::string> fields = BodyFieldsAfterHeader(line);
+    const std::vector<std::string> fields = BodyFieldsOfVersionLine(line);
     if (fields.size() < kFirmwareFields) {
         return "";
     }
@@ -116,10 +120,7 @@ std::string FirmwareVersionFromLine(const std::string& line)
 
 std::string ExtendedVersionFromLine(const std::string& line)
 {
-    if (!IsVersionLine(line)) {
-        return "";
-    }
-    const std::vector<std::string> fields = BodyFieldsAfterHeader(line);
+    const std::vector<std::string> fields = BodyFieldsOfVersionLine(line);
     if (fields.size() < kPackageSearchFields) {
         return "";
     }
