@@ -95,6 +95,17 @@ bool UnescapeBytes(const std::string& text, std::string& bytes)
     return true;
 }
 
+std::string HexBytes(const std::string& bytes)
+{
+    std::string text;
+    for (unsigned char byte : bytes) {
+        char hex[4];
+        std::snprintf(hex, sizeof hex, "%s%02x", text.empty() ? "" : " ", static_cast<unsigned>(byte));
+        text += hex;
+    }
+    return text;
+}
+
 std::string WithoutLineEnd(const std::string& line)
 {
     std::size_t end = line.size();

@@ -16,6 +16,10 @@ std::string EscapeBytes(const std::string& bytes);
 // The reverse of EscapeBytes; false when the text holds an escape it does not produce.
 bool UnescapeBytes(const std::string& text, std::string& bytes);
 
+// Bytes as two-digit lower-case hexadecimal numbers between blanks ("40 0a"), as packet payloads
+// are shown; "" for no bytes.
+std::string HexBytes(const std::string& bytes);
+
 // The line without its trailing CR and LF characters.
 std::string WithoutLineEnd(const std::string& line);
 

@@ -1,6 +1,7 @@
 #include "sim/Checksums.h"
 
 #include <cstdio>
+#include <numeric>
 
 namespace GnssSim {
 
@@ -16,47 +17,46 @@ std::uint32_t CrcOfByte(std::uint32_t value)
     return value;
 }
 
+// A check value as its line carries it, in the printf format given ("%08x", "%02X").
+std::string CheckText(const char* format, unsigned value)
+{
+    char text[16];
+    std::snprintf(text, sizeof text, format, value);
+    return text;
+}
+
 }
 
 std::uint32_t NovatelCrc32(const std::string& bytes)
 {
-    std::uint32_t crc = 0;
-    for (unsigned char byte : bytes) {
-        crc = (crc >> 8) ^ CrcOfByte((crc ^ byte) & 0xFFu);
-    }
-    return crc;
+    return std::accumulate(bytes.begin(), bytes.end(), std::uint32_t{0}, [](std::uint32_t crc, char byte) {
+        return (crc >> 8) ^ CrcOfByte((crc ^ static_cast<unsigned char>(byte)) & 0xFFu);
+    });
 }
 
 std::string NovatelCrcText(std::uint32_t crc)
 {
-    char text[9];
-    std::snprintf(text, sizeof text, "%08x", static_cast<unsigned>(crc));
-    return text;
+    return CheckText("%08x", crc);
 }
 
 std::uint8_t NmeaChecksum(const std::string& between)
 {
-    std::uint8_t checksum = 0;
-    for (unsigned char character : between) {
-        checksum ^= character;
-    }
-    return checksum;
+    return std::accumulate(between.begin(), between.end(), std::uint8_t{0}, [](std::uint8_t checksum, char character) {
+        return static_cast<std::uint8_t>(checksum ^ static_cast<unsigned char>(character));
+    });
 }
 
 std::string NmeaChecksumText(std::uint8_t checksum)
 {
-    char text[3];
-    std::snprintf(text, sizeof text, "%02X", static_cast<unsigned>(checksum));
-    return text;
+    return CheckText("%02X", checksum);
 }
 
 std::uint16_t PacketSum(const std::string& bytes)
 {
-    std::uint32_t sum = 0;
-    for (unsigned char byte : bytes) {
-        sum += byte;
-    }
-    return static_cast<std::uint16_t>(sum & 0xFFFFu);
+    // Sixteen-bit arithmetic wraps as the trailer does.
+    return std::accumulate(bytes.begin(), bytes.end(), std::uint16_t{0}, [](std::uint16_t sum, char byte) {
+        return static_cast<std::uint16_t>(sum + static_cast<unsigned char>(byte));
+    });
 }
 
 }

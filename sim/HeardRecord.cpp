@@ -2,22 +2,9 @@
 
 #include "sim/ByteText.h"
 
-#include <cstdio>
-
 namespace GnssSim {
 
 namespace {
-
-std::string HexBytes(const std::string& bytes)
-{
-    std::string text;
-    for (unsigned char byte : bytes) {
-        char hex[4];
-        std::snprintf(hex, sizeof hex, "%s%02x", text.empty() ? "" : " ", static_cast<unsigned>(byte));
-        text += hex;
-    }
-    return text;
-}
 
 std::string TranscriptLine(const HeardEntry& entry)
 {
@@ -46,14 +33,7 @@ bool HeardEntry::IsEmptyLine() const
 void HeardRecord::AddLine(const std::string& bytes, int lineBaud, int receiverBaud, bool garbled,
                           const std::string& verdict)
 {
-    HeardEntry entry;
-    entry.kind = HeardKind::Line;
-    entry.bytes = bytes;
-    entry.lineBaud = lineBaud;
-    entry.receiverBaud = receiverBaud;
-    entry.garbled = garbled;
-    entry.verdict = verdict;
-    m_entries.push_back(entry);
+    Append(HeardKind::Line, bytes, lineBaud, receiverBaud, verdict).garbled = garbled;
 }
 
 void HeardRecord::AddNoise(const std::string& bytes, int lineBaud, int receiverBaud)
@@ -75,28 +55,29 @@ void HeardRecord::AddRun(HeardKind kind, const std::string& bytes, int lineBaud,
             return;
         }
     }
-    HeardEntry entry;
-    entry.kind = kind;
-    entry.bytes = bytes;
-    entry.lineBaud = lineBaud;
-    entry.receiverBaud = receiverBaud;
-    entry.verdict = kind == HeardKind::Noise ? "noise" : "lost";
-    m_entries.push_back(entry);
+    Append(kind, bytes, lineBaud, receiverBaud, kind == HeardKind::Noise ? "noise" : "lost");
 }
 
 void HeardRecord::AddPacket(const std::string& bytes, int id, const std::string& payload, bool sumOk, int baud,
                             const std::string& verdict)
 {
-    HeardEntry entry;
-    entry.kind = HeardKind::Packet;
-    entry.bytes = bytes;
-    entry.lineBaud = baud;
-    entry.receiverBaud = baud;
+    HeardEntry& entry = Append(HeardKind::Packet, bytes, baud, baud, verdict);
     entry.packetId = id;
     entry.payload = payload;
     entry.sumOk = sumOk;
+}
+
+HeardEntry& HeardRecord::Append(HeardKind kind, const std::string& bytes, int lineBaud, int receiverBaud,
+                                const std::string& verdict)
+{
+    HeardEntry entry;
+    entry.kind = kind;
+    entry.bytes = bytes;
+    entry.lineBaud = lineBaud;
+    entry.receiverBaud = receiverBaud;
     entry.verdict = verdict;
     m_entries.push_back(entry);
+    return m_entries.back();
 }
 
 std::vector<std::string> HeardLines(const std::vector<HeardEntry>& entries, bool includeEmpty)

@@ -57,6 +57,10 @@ public:
 
 private:
     void AddRun(HeardKind kind, const std::string& bytes, int lineBaud, int receiverBaud);
+    // A new entry at the end of the record, with the fields every kind has; the caller fills in
+    // the rest.
+    HeardEntry& Append(HeardKind kind, const std::string& bytes, int lineBaud, int receiverBaud,
+                       const std::string& verdict);
 
     std::vector<HeardEntry> m_entries;
 };

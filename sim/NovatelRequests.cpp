@@ -34,6 +34,20 @@ std::size_t AfterPort(const std::vector<std::string>& words, std::string& port)
     return 1;
 }
 
+// LOG and UNLOG alike: the port, if one is named, and the log's name, which the generation must
+// know; at is left at the name's index.
+LogRequest ParseLogName(const std::vector<std::string>& words, Generation generation, std::size_t& at)
+{
+    LogRequest request;
+    at = AfterPort(words, request.port);
+    if (at >= words.size() || !KnowsLog(generation, words[at])) {
+        request.badField = static_cast<int>(at) + 1;
+    } else {
+        request.name = words[at];
+    }
+    return request;
+}
+
 int CheckTrigger(LogRequest& request, const std::vector<std::string>& words, std::size_t at)
 {
     if (at >= words.size()) {
@@ -54,27 +68,19 @@ int CheckTrigger(LogRequest& request, const std::vector<std::string>& words, std
 
 LogRequest ParseLogRequest(const std::vector<std::string>& words, Generation generation)
 {
-    LogRequest request;
-    const std::size_t at = AfterPort(words, request.port);
-    if (at >= words.size() || !KnowsLog(generation, words[at])) {
-        request.badField = static_cast<int>(at) + 1;
-        return request;
+    std::size_t at = 0;
+    LogRequest request = ParseLogName(words, generation, at);
+    if (request.badField == 0) {
+        request.badField = CheckTrigger(request, words, at + 1);
     }
-    request.name = words[at];
-    request.badField = CheckTrigger(request, words, at + 1);
     return request;
 }
 
 LogRequest ParseUnlogRequest(const std::vector<std::string>& words, Generation generation)
 {
-    LogRequest request;
-    const std::size_t at = AfterPort(words, request.port);
-    if (at >= words.size() || !KnowsLog(generation, words[at])) {
-        request.badField = static_cast<int>(at) + 1;
-        return request;
-    }
-    request.name = words[at];
-    if (at + 1 < words.size()) {
+    std::size_t at = 0;
+    LogRequest request = ParseLogName(words, generation, at);
+    if (request.badField == 0 && at + 1 < words.size()) {
         request.badField = static_cast<int>(at) + 2;
     }
     return request;

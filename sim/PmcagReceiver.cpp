@@ -3,24 +3,7 @@
 #include "sim/ByteText.h"
 #include "sim/NmeaSentences.h"
 
-#include <cstdio>
-
 namespace GnssSim {
-
-namespace {
-
-std::string HexPayload(const std::string& payload)
-{
-    std::string text;
-    for (unsigned char byte : payload) {
-        char hex[4];
-        std::snprintf(hex, sizeof hex, "%s%02x", text.empty() ? "" : " ", static_cast<unsigned>(byte));
-        text += hex;
-    }
-    return text;
-}
-
-}
 
 PmcagReceiver::PmcagReceiver(const ReceiverSetup& setup, ReceiverLine& line) : ReceiverModel(setup, line)
 {
@@ -79,7 +62,7 @@ void PmcagReceiver::OnPacket(const DecodedItem& item)
         RecordPacket(item.bytes, item.id, item.payload, false, "rejected: " + item.problem);
         return;
     }
-    MutableState().settings["PACKET " + std::to_string(item.id)] = HexPayload(item.payload);
+    MutableState().settings["PACKET " + std::to_string(item.id)] = HexBytes(item.payload);
     RecordPacket(item.bytes, item.id, item.payload, true, "sum ok");
 }
 
