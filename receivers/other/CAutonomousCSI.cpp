@@ -9,41 +9,25 @@
 
 namespace {
 
-// Each read waits at most this long for the rest of a line, so the budgets below are checked
-// several times a second.
-constexpr int kReadTimeoutMs = 200;
-constexpr int kReadBufferSize = 200;
-
 // A CSI receiver answers "$JAPP" at once; 3 s leaves room for a receiver busy with its output.
 constexpr long kProbeBudgetMs = 3000;
-// The "$JI" reply comes straight back; a receiver that has not answered within one read's wait
-// does not have it.
-constexpr long kFirmwareBudgetMs = 200;
+// The "$JI" reply comes straight back: once 200 ms have passed without it (more than 199 whole
+// milliseconds), the receiver does not have it.
+constexpr long kFirmwareBudgetMs = 199;
 
 constexpr char kProbeAnswer[] = "$>JAPP";
 constexpr char kFirmwareReplyStart[] = "$>JI";
 // The reply's field that holds the firmware version.
 constexpr std::size_t kFirmwareField = 7;
 
-// The "$>JI" reply line, or "" when none came within the budget.
-std::string ReadFirmwareReply(CComPort& port)
-{
-    const Stopwatch clock;
-    char buffer[kReadBufferSize];
-    for (;;) {
-        int count = 0;
-        const int code = PacedLineRead(port, buffer, kReadBufferSize, &count, kReadTimeoutMs);
-        if (code == 0 && count > 1) {
-            const std::string line(buffer, static_cast<std::size_t>(count));
-            if (StartsWith(line, kFirmwareReplyStart)) {
-                return line;
-            }
-        }
-        if (clock.ElapsedMs() >= kFirmwareBudgetMs) {
-            return "";
-        }
-    }
-}
+// How the receiver names each sentence, and whether it can send it at 5 Hz and every 5 s as well
+// as once a second (rate class A), in the order of OtherFamilyConfigurer::Sentence.
+struct CsiSentence {
+    const char* name;
+    bool classA;
+};
+constexpr CsiSentence kCsiSentences[] = {
+    {"GPGGA", true}, {"GPGSA", false}, {"GPGSV", false}, {"GPVTG", true}, {"GPZDA", true}};
 
 }  // namespace
 
@@ -56,51 +40,30 @@ bool ProbeCsiReceiver(CComPort& port)
         return false;
     }
     StreamMatcher matcher(kProbeAnswer);
-    char buffer[kReadBufferSize];
-    for (;;) {
-        int count = 0;
-        PacedLineRead(port, buffer, kReadBufferSize, &count, kReadTimeoutMs);
-        if (matcher.Feed(buffer, count)) {
-            return true;
-        }
-        if (clock.ElapsedMs() > kProbeBudgetMs) {
-            return false;
-        }
-    }
+    return ReadForAnswer(port, clock, kProbeBudgetMs,
+                         [&matcher](int /*code*/, const char* bytes, int count) {
+                             return matcher.Feed(bytes, count);
+                         });
 }
 
-CAutonomousCSI::CAutonomousCSI(CComPort* port) : CGPSConfigurer(port) {}
-
-bool CAutonomousCSI::SupportsFeature2()
-{
-    return false;
-}
-
-bool CAutonomousCSI::SupportsGlonass()
-{
-    return false;
-}
+CAutonomousCSI::CAutonomousCSI(CComPort* port) : OtherFamilyConfigurer(port) {}
 
 bool CAutonomousCSI::SupportsSbas()
 {
     return true;
 }
 
-bool CAutonomousCSI::SupportsNovatelExtras()
-{
-    return false;
-}
-
-std::string CAutonomousCSI::GetModel()
-{
-    return "";
-}
-
 std::string CAutonomousCSI::GetFirmwareVersion()
 {
     m_pPort->FlushInput();
     Send("$JI\r\n");
-    const std::vector<std::string> fields = SplitFields(ReadFirmwareReply(*m_pPort), ",");
+    std::string line;
+    const bool replied = ReadForAnswer(*m_pPort, Stopwatch(), kFirmwareBudgetMs,
+                                       [&line](int code, const char* bytes, int count) {
+                                           line = LineOf(code, bytes, count);
+                                           return StartsWith(line, kFirmwareReplyStart);
+                                       });
+    const std::vector<std::string> fields = SplitFields(replied ? line : "", ",");
     return fields.size() > kFirmwareField ? fields[kFirmwareField] : "";
 }
 
@@ -110,64 +73,18 @@ int CAutonomousCSI::SetBaudRate(int baud)
     return 0;
 }
 
-void CAutonomousCSI::OutputGGA(bool on)
+void CAutonomousCSI::Output(Sentence sentence, bool on)
 {
-    Send(BuildCsiOutputCommand("GPGGA", m_fGGAFrequency, on, true));
-    m_bGGAOn = on;
+    const CsiSentence& csi = kCsiSentences[static_cast<int>(sentence)];
+    Send(BuildCsiOutputCommand(csi.name, FieldsOf(sentence).rate, on, csi.classA));
+    FieldsOf(sentence).on = on;
 }
 
-void CAutonomousCSI::SetGGAFrequency(float hz)
+void CAutonomousCSI::SetFrequency(Sentence sentence, float hz)
 {
-    m_fGGAFrequency = QuantiseCsiRateClassA(hz);
-    OutputGGA(m_bGGAOn);
-}
-
-void CAutonomousCSI::OutputGSA(bool on)
-{
-    Send(BuildCsiOutputCommand("GPGSA", m_fGSAFrequency, on, false));
-    m_bGSAOn = on;
-}
-
-void CAutonomousCSI::SetGSAFrequency(float hz)
-{
-    m_fGSAFrequency = QuantiseCsiRateClassB(hz);
-    OutputGSA(m_bGSAOn);
-}
-
-void CAutonomousCSI::OutputGSV(bool on)
-{
-    Send(BuildCsiOutputCommand("GPGSV", m_fGSVFrequency, on, false));
-    m_bGSVOn = on;
-}
-
-void CAutonomousCSI::SetGSVFrequency(float hz)
-{
-    m_fGSVFrequency = QuantiseCsiRateClassB(hz);
-    OutputGSV(m_bGSVOn);
-}
-
-void CAutonomousCSI::OutputVTG(bool on)
-{
-    Send(BuildCsiOutputCommand("GPVTG", m_fVTGFrequency, on, true));
-    m_bVTGOn = on;
-}
-
-void CAutonomousCSI::SetVTGFrequency(float hz)
-{
-    m_fVTGFrequency = QuantiseCsiRateClassA(hz);
-    OutputVTG(m_bVTGOn);
-}
-
-void CAutonomousCSI::OutputZDA(bool on)
-{
-    Send(BuildCsiOutputCommand("GPZDA", m_fZDAFrequency, on, true));
-    m_bZDAOn = on;
-}
-
-void CAutonomousCSI::SetZDAFrequency(float hz)
-{
-    m_fZDAFrequency = QuantiseCsiRateClassA(hz);
-    OutputZDA(m_bZDAOn);
+    const bool classA = kCsiSentences[static_cast<int>(sentence)].classA;
+    OtherFamilyConfigurer::SetFrequency(
+        sentence, classA ? QuantiseCsiRateClassA(hz) : QuantiseCsiRateClassB(hz));
 }
 
 bool CAutonomousCSI::ConfigureSbas(const SbasPrnFlags& prnEnabled, bool useSbas,
@@ -184,10 +101,4 @@ void CAutonomousCSI::SetDiffSource(int source)
     if (!command.empty()) {
         Send(command);
     }
-}
-
-void CAutonomousCSI::Send(const std::string& command)
-{
-    int written = 0;
-    m_pPort->WriteString(command.c_str(), &written);
 }

@@ -1,6 +1,7 @@
 #include "receivers/other/CAutonomousNovatel.h"
 
 #include "receivers/other/PacedLineRead.h"
+#include "receivers/other/PmcagPacket.h"
 #include "receivers/other/PmcagOutputSentence.h"
 #include "receivers/other/PmcagSbasBlocks.h"
 #include "serial/CComPort.h"
@@ -8,17 +9,12 @@
 #include "util/Stopwatch.h"
 #include "util/Strings.h"
 
-#include <cstring>
-
 namespace {
 
 constexpr char kProbeRequest[] = "$PMCAG,004,908*5D\r\n";
 constexpr char kProbeAnswerStart[] = "$PMCAG,908";
 // The receiver answers its probe at once; 300 ms keeps a full detection of a silent line short.
 constexpr long kProbeBudgetMs = 299;
-// Each probe read waits at most this long for the rest of a line.
-constexpr int kReadTimeoutMs = 200;
-constexpr int kReadBufferSize = 200;
 
 // Sent before every binary change; its meaning is the receiver's own.
 constexpr char kSentence000[] = "$PMCAG,000,0*58\r\n";
@@ -40,52 +36,13 @@ bool ProbePmcagReceiver(CComPort& port)
 {
     int written = 0;
     port.WriteString(kProbeRequest, &written);
-    const Stopwatch clock;
-    char buffer[kReadBufferSize];
-    for (;;) {
-        int count = 0;
-        const int code = PacedLineRead(port, buffer, kReadBufferSize, &count, kReadTimeoutMs);
-        if (code == 0 && count > 1 &&
-            StartsWith(std::string(buffer, static_cast<std::size_t>(count)), kProbeAnswerStart)) {
-            return true;
-        }
-        if (clock.ElapsedMs() > kProbeBudgetMs) {
-            return false;
-        }
-    }
+    return ReadForAnswer(port, Stopwatch(), kProbeBudgetMs,
+                         [](int code, const char* bytes, int count) {
+                             return StartsWith(LineOf(code, bytes, count), kProbeAnswerStart);
+                         });
 }
 
-CAutonomousNovatel::CAutonomousNovatel(CComPort* port) : CGPSConfigurer(port) {}
-
-bool CAutonomousNovatel::SupportsFeature2()
-{
-    return false;
-}
-
-bool CAutonomousNovatel::SupportsGlonass()
-{
-    return false;
-}
-
-bool CAutonomousNovatel::SupportsSbas()
-{
-    return false;
-}
-
-bool CAutonomousNovatel::SupportsNovatelExtras()
-{
-    return false;
-}
-
-std::string CAutonomousNovatel::GetModel()
-{
-    return "";
-}
-
-std::string CAutonomousNovatel::GetFirmwareVersion()
-{
-    return "";
-}
+CAutonomousNovatel::CAutonomousNovatel(CComPort* port) : OtherFamilyConfigurer(port) {}
 
 int CAutonomousNovatel::SetBaudRate(int baud)
 {
@@ -94,64 +51,10 @@ int CAutonomousNovatel::SetBaudRate(int baud)
     return 0;
 }
 
-void CAutonomousNovatel::OutputGGA(bool on)
+void CAutonomousNovatel::Output(Sentence sentence, bool on)
 {
-    m_bGGAOn = on;
+    FieldsOf(sentence).on = on;
     SendOutputSentence();
-}
-
-void CAutonomousNovatel::SetGGAFrequency(float hz)
-{
-    m_fGGAFrequency = hz;
-    OutputGGA(m_bGGAOn);
-}
-
-void CAutonomousNovatel::OutputGSA(bool on)
-{
-    m_bGSAOn = on;
-    SendOutputSentence();
-}
-
-void CAutonomousNovatel::SetGSAFrequency(float hz)
-{
-    m_fGSAFrequency = hz;
-    OutputGSA(m_bGSAOn);
-}
-
-void CAutonomousNovatel::OutputGSV(bool on)
-{
-    m_bGSVOn = on;
-    SendOutputSentence();
-}
-
-void CAutonomousNovatel::SetGSVFrequency(float hz)
-{
-    m_fGSVFrequency = hz;
-    OutputGSV(m_bGSVOn);
-}
-
-void CAutonomousNovatel::OutputVTG(bool on)
-{
-    m_bVTGOn = on;
-    SendOutputSentence();
-}
-
-void CAutonomousNovatel::SetVTGFrequency(float hz)
-{
-    m_fVTGFrequency = hz;
-    OutputVTG(m_bVTGOn);
-}
-
-void CAutonomousNovatel::OutputZDA(bool on)
-{
-    m_bZDAOn = on;
-    SendOutputSentence();
-}
-
-void CAutonomousNovatel::SetZDAFrequency(float hz)
-{
-    m_fZDAFrequency = hz;
-    OutputZDA(m_bZDAOn);
 }
 
 bool CAutonomousNovatel::ConfigureSbas(const SbasPrnFlags& prnEnabled, bool useSbas,
@@ -194,9 +97,7 @@ void CAutonomousNovatel::SendOutputSentence()
                                        {m_fGSVFrequency, m_bGSVOn},
                                        {m_fVTGFrequency, m_bVTGOn},
                                        {m_fZDAFrequency, m_bZDAOn}};
-    const std::string sentence = BuildPmcagOutputSentence(settings);
-    int written = 0;
-    m_pPort->WriteString(sentence.c_str(), &written);
+    Send(BuildPmcagOutputSentence(settings));
 }
 
 void CAutonomousNovatel::SendPacket(std::uint8_t id, const std::uint8_t* payload,

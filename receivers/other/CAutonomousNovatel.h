@@ -1,8 +1,7 @@
 #ifndef GNSS_RECEIVERS_OTHER_CAUTONOMOUSNOVATEL_H
 #define GNSS_RECEIVERS_OTHER_CAUTONOMOUSNOVATEL_H
 
-#include "receivers/CGPSConfigurer.h"
-#include "receivers/other/PmcagPacket.h"
+#include "receivers/other/OtherFamilyConfigurer.h"
 
 #include <cstdint>
 #include <string>
@@ -20,30 +19,13 @@ bool ProbePmcagReceiver(CComPort& port);
 // needs every stored rate to be at least 1 Hz: a slower rate, including ZDA's initial 0.2 Hz,
 // ends the process with SIGFPE, as the console's tool always has. Set ZDA's rate (and any other
 // below 1 Hz) to at least 1 Hz before any other setter.
-class CAutonomousNovatel : public CGPSConfigurer {
+class CAutonomousNovatel : public OtherFamilyConfigurer {
 public:
     // The port is not owned.
     explicit CAutonomousNovatel(CComPort* port);
 
-    bool SupportsFeature2() override;
-    bool SupportsGlonass() override;
-    bool SupportsSbas() override;
-    bool SupportsNovatelExtras() override;
-    // Both "": the receiver is not asked.
-    std::string GetModel() override;
-    std::string GetFirmwareVersion() override;
     // Stored (the sentence does not carry it), then the output sentence is sent. Always 0.
     int SetBaudRate(int baud) override;
-    void OutputGGA(bool on) override;
-    void SetGGAFrequency(float hz) override;
-    void OutputGSA(bool on) override;
-    void SetGSAFrequency(float hz) override;
-    void OutputGSV(bool on) override;
-    void SetGSVFrequency(float hz) override;
-    void OutputVTG(bool on) override;
-    void SetVTGFrequency(float hz) override;
-    void OutputZDA(bool on) override;
-    void SetZDAFrequency(float hz) override;
     // The SBAS mode, then the disabled PRNs among 120 to 127, 129 to 135, 137 and 138 (the
     // receiver cannot be told about the others); committed. Always true.
     bool ConfigureSbas(const SbasPrnFlags& prnEnabled, bool useSbas, bool allowType0) override;
@@ -53,6 +35,11 @@ public:
 
     // Sends "$PMCAG,000,0" twice, 10 ms apart, as every binary change begins.
     void SendPmcag000Twice();
+
+protected:
+    // Stores the flag, then sends the output sentence. A rate is stored as it is and sent the same
+    // way.
+    void Output(Sentence sentence, bool on) override;
 
 private:
     void SendOutputSentence();

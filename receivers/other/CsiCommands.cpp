@@ -7,23 +7,37 @@
 
 namespace {
 
-// The receiver's three rates for GGA, VTG and ZDA, and the thresholds that round to them.
-constexpr float kFastHz = 5.0f;
-constexpr float kOnceASecondHz = 1.0f;
+// A rate the receiver can output and the lowest request that rounds to it. Requests are compared
+// in double precision, as the console's tool did: a float 0.6 or 0.1 from the command line lies
+// just above the double and so rounds up.
+struct RateStep {
+    double fromHz;
+    float hz;
+};
+
+// GGA, VTG and ZDA: 5 Hz, once a second or every 5 s.
 constexpr float kEveryFiveSecondsHz = 0.2f;
-constexpr float kFastFromHz = 3.0f;
-// These two are compared in double precision, as the console's tool did: a float 0.6 or 0.1
-// from the command line lies just above the double and so rounds up.
-constexpr double kOnceASecondFromHz = 0.6;
-constexpr double kEveryFiveSecondsFromHz = 0.1;
-// GSA and GSV: once a second from half a hertz up, otherwise off.
-constexpr double kClassBOnFromHz = 0.5;
+constexpr RateStep kClassASteps[] = {{3.0, 5.0f}, {0.6, 1.0f}, {0.1, kEveryFiveSecondsHz}};
+// GSA and GSV: once a second from half a hertz up.
+constexpr RateStep kClassBSteps[] = {{0.5, 1.0f}};
 
 // A stored rate this close to 0.2 Hz is the 5 s rate.
 constexpr double kEveryFiveSecondsTolerance = 0.001;
 
 // The receiver takes at most two SBAS PRNs.
 constexpr int kMaxCsiSbasPrns = 2;
+
+// The first step that hz reaches, from the fastest down; 0 (off) below them all.
+template <std::size_t StepCount>
+float RoundToStep(float hz, const RateStep (&steps)[StepCount])
+{
+    for (const RateStep& step : steps) {
+        if (static_cast<double>(hz) >= step.fromHz) {
+            return step.hz;
+        }
+    }
+    return 0.0f;
+}
 
 bool IsEveryFiveSeconds(float hz)
 {
@@ -34,21 +48,12 @@ bool IsEveryFiveSeconds(float hz)
 
 float QuantiseCsiRateClassA(float hz)
 {
-    if (hz >= kFastFromHz) {
-        return kFastHz;
-    }
-    if (static_cast<double>(hz) >= kOnceASecondFromHz) {
-        return kOnceASecondHz;
-    }
-    if (static_cast<double>(hz) >= kEveryFiveSecondsFromHz) {
-        return kEveryFiveSecondsHz;
-    }
-    return 0.0f;
+    return RoundToStep(hz, kClassASteps);
 }
 
 float QuantiseCsiRateClassB(float hz)
 {
-    return static_cast<double>(hz) >= kClassBOnFromHz ? kOnceASecondHz : 0.0f;
+    return RoundToStep(hz, kClassBSteps);
 }
 
 std::string BuildCsiOutputCommand(const char* sentence, float storedHz, bool on, bool classA)
