@@ -1,107 +1,59 @@
-#include "SimTestSupport.h"
+#include "tests/sim/SimTestSupport.h"
 
-#include "SlaveLine.h"
+#include "sim/Checksums.h"
+#include "util/Stopwatch.h"
 
 #include <algorithm>
-#include <cstdio>
 
-GnssSim::SimOptions TestOptions(const std::string& receiver)
+std::string ReadFor(CComPort& port, int timeoutMs, const std::string& until)
 {
-    GnssSim::SimOptions options;
-    options.receiver = receiver;
-    options.restartMs = kTestRestartMs;
-    return options;
-}
-
-std::unique_ptr<GnssSim::Simulator> StartSimulator(const GnssSim::SimOptions& options)
-{
-    auto simulator = std::make_unique<GnssSim::Simulator>(options);
-    std::string error;
-    EXPECT_TRUE(simulator->Start(error)) << error;
-    return simulator;
-}
-
-namespace {
-
-// Bit by bit, as NovAtel documents it, rather than the simulator's byte-wise loop.
-unsigned long BitwiseNovatelCrc(const std::string& bytes)
-{
-    unsigned long crc = 0;
-    for (unsigned char byte : bytes) {
-        crc ^= byte;
-        for (int bit = 0; bit < 8; ++bit) {
-            crc = (crc & 1) ? (crc >> 1) ^ 0xEDB88320ul : crc >> 1;
+    // ReadUntil with room for one byte reports each byte as a full buffer and a NUL as 114, and,
+    // unlike ReadByte, a hung-up line as a read failure.
+    const Stopwatch clock;
+    std::string bytes;
+    while (until.empty() || bytes.find(until) == std::string::npos) {
+        const long leftMs = timeoutMs - clock.ElapsedMs();
+        char byte[2] = {};
+        int count = 0;
+        const int result = leftMs < 0 ? 0 : port.ReadUntil(byte, '\n', sizeof byte, &count, static_cast<int>(leftMs));
+        if (result != COMERR_BUFFER_FULL && result != COMERR_NUL_RECEIVED) {
+            break;
         }
+        bytes += byte[0];
     }
-    return crc & 0xFFFFFFFFul;
+    return bytes;
 }
 
-}
-
-bool HasValidNovatelCrc(const std::string& line)
+void Send(CComPort& port, const std::string& bytes)
 {
-    const std::size_t hash = line.find('#');
-    const std::size_t star = line.rfind('*');
-    if (hash == std::string::npos || star == std::string::npos || star < hash || star + 9 > line.size()) {
-        return false;
-    }
-    char expected[24];
-    std::snprintf(expected, sizeof expected, "%08lx", BitwiseNovatelCrc(line.substr(hash + 1, star - hash - 1)));
-    return line.substr(star + 1, 8) == expected;
+    int written = 0;
+    EXPECT_TRUE(port.WriteBuffer(bytes.data(), static_cast<int>(bytes.size()), &written) == 0 &&
+                written == static_cast<int>(bytes.size()));
 }
 
-bool HasValidNmeaChecksum(const std::string& sentence)
+std::string ReplyTo(CComPort& port, const std::string& command)
 {
-    const std::size_t star = sentence.rfind('*');
-    if (sentence.empty() || sentence[0] != '$' || star == std::string::npos || star + 3 > sentence.size()) {
-        return false;
-    }
-    unsigned checksum = 0;
-    for (std::size_t i = 1; i < star; ++i) {
-        checksum ^= static_cast<unsigned char>(sentence[i]);
-    }
-    char expected[8];
-    std::snprintf(expected, sizeof expected, "%02X", checksum);
-    return sentence.substr(star + 1, 2) == expected;
-}
-
-std::string ReplyTo(SlaveLine& line, const std::string& command)
-{
-    line.Write(command + "\r\n");
-    const std::string received = line.ReadUntil("[COM1]", kReplyMs);
+    Send(port, command + "\r\n");
+    const std::string received = ReadFor(port, kReplyMs, "[COM1]");
     const std::size_t start = received.find('<');
-    if (start == std::string::npos) {
-        return std::string();
-    }
-    return received.substr(start, received.find('\r', start) - start);
+    return start == std::string::npos ? std::string() : received.substr(start, received.find('\r', start) - start);
 }
 
-std::string NextLogLine(SlaveLine& line)
+bool HasRightCheck(const std::string& line)
 {
-    for (int lines = 0; lines < 5; ++lines) {
-        const std::string received = line.ReadLine(kReplyMs);
-        if (received.find('#') != std::string::npos || received.empty()) {
-            return received;
-        }
+    const bool isLog = line.find('#') != std::string::npos;
+    const std::size_t from = line.find(isLog ? '#' : '$');
+    const std::size_t star = line.rfind('*');
+    if (from == std::string::npos || star == std::string::npos || star < from) {
+        return false;
     }
-    return std::string();
+    const std::string between = line.substr(from + 1, star - from - 1);
+    const std::string expected = isLog ? GnssSim::NovatelCrcText(GnssSim::NovatelCrc32(between))
+                                       : GnssSim::NmeaChecksumText(GnssSim::NmeaChecksum(between));
+    return line.compare(star + 1, expected.size(), expected) == 0;
 }
 
-std::string BodyField(const std::string& logLine, std::size_t index)
+bool IsNoise(const std::string& bytes)
 {
-    const std::size_t start = logLine.find(';');
-    const std::size_t end = logLine.rfind('*');
-    if (start == std::string::npos || end == std::string::npos) {
-        return std::string();
-    }
-    std::size_t fieldStart = start + 1;
-    for (std::size_t field = 0; field < index; ++field) {
-        fieldStart = logLine.find(',', fieldStart);
-        if (fieldStart == std::string::npos || fieldStart > end) {
-            return std::string();
-        }
-        ++fieldStart;
-    }
-    const std::size_t fieldEnd = std::min(logLine.find(',', fieldStart), end);
-    return logLine.substr(fieldStart, fieldEnd - fieldStart);
+    return std::all_of(bytes.begin(), bytes.end(), [](char byte) { return byte == '\0' || (byte & 0x80) != 0; });
 }
