@@ -1,107 +1,60 @@
 #include "tests/app/InProcessRun.h"
 
 #include <gtest/gtest.h>
-#include <tclap/CmdLine.h>
 
 #include <algorithm>
+#include <iterator>
 #include <sstream>
-#include <stdexcept>
 
 #include "app/RunDriver.h"
-#include "tests/support/PathComPort.h"
+#include "tests/support/SimulatedReceiver.h"
 
-const char* const kConsolePort = "/dev/ttyO1";
-
-bool DriverHandOver::operator==(const DriverHandOver& other) const
+bool operator==(const RunOutcome& left, const RunOutcome& right)
 {
-    return type == other.type && firmware == other.firmware &&
-           extendedVersion == other.extendedVersion && model == other.model;
+    return std::tie(left.status, left.out, left.err, left.told) ==
+           std::tie(right.status, right.out, right.err, right.told);
 }
 
-void PrintTo(const DriverHandOver& told, std::ostream* os)
+void PrintTo(const RunOutcome& outcome, std::ostream* os)
 {
-    *os << "{" << told.type << ", \"" << told.firmware << "\", \"" << told.extendedVersion
-        << "\", \"" << told.model << "\"}";
+    *os << testing::PrintToString(std::tie(outcome.status, outcome.out, outcome.err, outcome.told));
 }
 
-RunOutcome RunInProcess(const std::string& devicePath, std::vector<const char*> arguments,
-                        PortMessages portMessages)
+RunOutcome RunOn(const std::string& linePath, std::vector<const char*> arguments)
 {
     arguments.insert(arguments.begin(), "gnss-setup");
     std::ostringstream out;
     std::ostringstream err;
-    RunOutcome outcome;
+    RunOutcome outcome{};
     const RunCollaborators with{
-        [&](const std::string& path) -> std::unique_ptr<CComPort> {
-            outcome.requestedPorts.push_back(path);
-            return std::make_unique<PathComPort>(devicePath);
+        [&](const std::string& /*path*/) -> std::unique_ptr<CComPort> {
+            return std::make_unique<PathComPort>(linePath);
         },
         [&](int type, const std::string& firmware, const std::string& extendedVersion,
             const std::string& model) {
-            outcome.driverTold.push_back({type, firmware, extendedVersion, model});
+            outcome.told.emplace_back(type, firmware, extendedVersion, model);
         },
         out,
         err,
     };
-    const int argc = static_cast<int>(arguments.size());
-    if (portMessages == PortMessages::Left) {
-        outcome.status = RunGnssSetup(argc, arguments.data(), with);
-    } else {
-        testing::internal::CaptureStderr();
-        outcome.status = RunGnssSetup(argc, arguments.data(), with);
-        outcome.processErr = testing::internal::GetCapturedStderr();
-    }
+    outcome.status = RunGnssSetup(static_cast<int>(arguments.size()), arguments.data(), with);
     outcome.out = out.str();
     outcome.err = err.str();
     return outcome;
 }
 
-GnssSim::SimOptions ShortRestartOptions(const std::string& receiver)
-{
-    GnssSim::SimOptions options;
-    options.receiver = receiver;
-    options.restartMs = kShortRestartMs;
-    return options;
-}
-
-SimulatedLine::SimulatedLine(const std::string& receiver)
-    : SimulatedLine(ShortRestartOptions(receiver))
-{
-}
-
-SimulatedLine::SimulatedLine(const GnssSim::SimOptions& options)
-    : m_sim(std::make_unique<GnssSim::Simulator>(options))
-{
-    std::string error;
-    if (!m_sim->Start(error)) {
-        throw std::runtime_error("simulator: " + error);
-    }
-}
-
-RunOutcome SimulatedLine::Run(std::vector<const char*> arguments, PortMessages portMessages)
+RunOutcome RunAgainst(SimulatedReceiver& receiver, std::vector<const char*> arguments)
 {
     arguments.push_back(kConsolePort);
-    return RunInProcess(m_sim->SlavePath(), arguments, portMessages);
+    return RunOn(receiver.LinePath(), arguments);
 }
 
-std::vector<std::string> SimulatedLine::Heard(bool includeEmpty)
+Lines StepsHeard(const Lines& heard, const Lines& steps)
 {
-    EXPECT_TRUE(m_sim->WaitForQuiet());
-    return m_sim->HeardLines(includeEmpty);
-}
-
-long IndexOf(const std::vector<std::string>& lines, const std::string& line)
-{
-    const auto found = std::find(lines.begin(), lines.end(), line);
-    return found == lines.end() ? -1 : static_cast<long>(found - lines.begin());
-}
-
-long CountOf(const std::vector<std::string>& lines, const std::string& line)
-{
-    return static_cast<long>(std::count(lines.begin(), lines.end(), line));
-}
-
-std::string LastOf(const std::vector<std::string>& lines)
-{
-    return lines.empty() ? std::string() : lines.back();
+    Lines found;
+    std::copy_if(heard.begin(), heard.end(), std::back_inserter(found),
+                 [&](const std::string& line) {
+                     return std::find(steps.begin(), steps.end(), line) != steps.end();
+                 });
+    return found;
 }

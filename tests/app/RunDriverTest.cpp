@@ -1,68 +1,113 @@
-#include "app/RunDriver.h"
-
-#include <gmock/gmock.h>
+// Dry run, override, clear-cached, model listings and resets through the real port.
 #include <gtest/gtest.h>
 
 #include "tests/app/InProcessRun.h"
-#include "tests/support/PseudoTerminal.h"
+#include "tests/support/SimulatedReceiver.h"
 
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
-using ::testing::StartsWith;
+namespace {
 
-TEST(RunDriverDryRun, OpensThePortAtTheRequestedRateAndPrintsTheSettings)
+const char* const kNoSuchLine = "/dev/no-such-receiver";
+
+// The first mode that applies names the line, with the PDP-filter reset tested before the
+// receiver reset (a real run does the opposite, below). Every dry run opens the port, at the
+// requested rate, and says nothing on it.
+TEST(DryRun, NamesTheFirstModeThatAppliesOrPrintsTheSettings)
 {
-    PseudoTerminal line;
-    const RunOutcome result =
-        RunInProcess(line.SlavePath(), {"--dry-run", "-b", "19200", "/dev/ttyO1"});
-    EXPECT_EQ(result.status, 0);
-    EXPECT_THAT(result.requestedPorts, ElementsAre("/dev/ttyO1"));
-    EXPECT_THAT(result.out, StartsWith("Need to configure GPS on port /dev/ttyO1 with settings:\n"));
-    EXPECT_EQ(result.err, "");
-    EXPECT_EQ(line.SlaveBaud(), 19200);
-    // A dry run says what it would do and does nothing on the line.
-    EXPECT_EQ(line.ReceiveUntilQuiet(50), "");
+    SimulatedReceiver receiver("oem6");
+    const std::pair<std::vector<const char*>, std::string> cases[] = {
+        {{"-E", "--list-models"},
+         "Not initializing GPS or driver.  Querying GPS on port /dev/ttyO1\n"},
+        {{"--list-models", "--list-current-model"}, "Listing models for your Novatel GPS\n"},
+        {{"--list-current-model", "--reset-receiver"}, "List current model for your Novatel GPS\n"},
+        {{"--reset-receiver", "--reset-pdp-filter"}, "Reseting PDP filter\n"},
+        {{"--reset-receiver", "-x"}, "Reseting receiver\n"},
+        {{"-x"}, "Initializing driver without configuring GPS for port /dev/ttyO1\n"},
+        {{"-b", "19200", "--no-use-gps", "-p", "138", "-p", "120", "-F", "20", "-X"},
+         "Need to configure GPS on port /dev/ttyO1 with settings:\n"
+         "  bUseGps             No\n  bUseGlonass         No\n  bUseBeidou          No\n"
+         "  bUseGalileo         No\n  bUseQzss            No\n  bUseSbas            No\n"
+         "  bUsePpp             No\n  bAllowType0         No\n  bOutputGSA          No\n"
+         "  fGSAFrequency       0\n  fGGAFrequency       20\n  PRNs                120 138 \n"
+         "  bOutputVTG    No\n  fVTGFrequency 5\n  bOutputGSV    No\n  fGSVFrequency 0\n"
+         "  bOutputZDA    No\n  fZDAFrequency 0.2\n  fix           No\n"
+         " Save Configuration Yes\n"}};
+    for (auto [arguments, out] : cases) {
+        arguments.insert(arguments.begin(), "--dry-run");
+        EXPECT_EQ(RunAgainst(receiver, arguments), (RunOutcome{0, out, "", {}}));
+    }
+    EXPECT_EQ(receiver.Sim().LineBaud(), 19200);
+    EXPECT_EQ(receiver.Heard(true), Lines());
 }
 
-TEST(RunDriverDryRun, APortThatCannotBeOpenedEndsWithStatusOne)
+TEST(DryRun, APortThatCannotBeOpenedEndsWithStatusOne)
 {
-    const RunOutcome result = RunInProcess("/dev/no-such-receiver", {"--dry-run", "/dev/ttyO3"});
-    EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.out, "");
-    EXPECT_EQ(result.processErr,
-              "failed to open /dev/no-such-receiver\niRC = 100\nerror: No such file or directory\n");
-    EXPECT_EQ(result.err, "open com port: No such file or directory\n");
+    EXPECT_EQ(RunOn(kNoSuchLine, {"--dry-run", kConsolePort}),
+              (RunOutcome{1, "", "open com port: No such file or directory\n", {}}));
 }
 
-// The override is how start-up scripts name a receiver they know: no port may be touched, not
-// even the default one, and the model is never part of it.
-TEST(RunDriverOverride, TellsTheDriverTheTypeAndFirmwareWithoutMakingAPort)
+// The override is how start-up scripts name a receiver they know: the port is not opened (the
+// line here does not exist), and the model is never part of it; V1 reaches the driver this way
+// only. The second run parses a command line again in the same process, which the parser library
+// once refused.
+TEST(OverrideRun, TellsTheDriverTheTypeAndFirmwareWithoutOpeningThePort)
 {
-    const RunOutcome oem6 = RunInProcess("/dev/no-such-receiver", {"-R", "OEM6:060600"});
-    EXPECT_EQ(oem6.status, 0);
-    EXPECT_THAT(oem6.requestedPorts, IsEmpty());
-    EXPECT_THAT(oem6.driverTold, ElementsAre(DriverHandOver{5, "060600", "", ""}));
-    EXPECT_EQ(oem6.out, "");
-    EXPECT_EQ(oem6.err, "");
-
-    // Types that no probe yields reach the driver this way only.
-    const RunOutcome v1 =
-        RunInProcess("/dev/no-such-receiver", {"--set-receiver-type", "V1:3.000A19", "/dev/ttyO2"});
-    EXPECT_EQ(v1.status, 0);
-    EXPECT_THAT(v1.requestedPorts, IsEmpty());
-    EXPECT_THAT(v1.driverTold, ElementsAre(DriverHandOver{2, "3.000A19", "", ""}));
+    EXPECT_EQ(RunOn(kNoSuchLine, {"-R", "OEM6:060600"}),
+              (RunOutcome{0, "", "", {{5, "060600", "", ""}}}));
+    EXPECT_EQ(RunOn(kNoSuchLine, {"--set-receiver-type", "V1:3.000A19", "/dev/ttyO2"}),
+              (RunOutcome{0, "", "", {{2, "3.000A19", "", ""}}}));
 }
 
 // Clearing the cached receiver tells the driver nothing usable is attached, and says so as a
 // failure, although the receiver is there and answering.
-TEST(RunDriverClearCached, TellsTheDriverUnknownAndFailsWithoutTalkingToTheReceiver)
+TEST(ClearCachedRun, TellsTheDriverUnknownAndFailsWithoutTalkingToTheReceiver)
 {
-    SimulatedLine line("oem7700");
-    const RunOutcome result = line.Run({"-x"});
-    EXPECT_EQ(result.status, 1);
-    EXPECT_THAT(result.requestedPorts, ElementsAre(kConsolePort));
-    EXPECT_THAT(result.driverTold, ElementsAre(DriverHandOver{9, "", "", ""}));
-    EXPECT_EQ(result.out, "");
-    EXPECT_EQ(result.err, "Could not initialize GNSS receiver\n");
-    EXPECT_THAT(line.Heard(true), IsEmpty());
+    SimulatedReceiver receiver("oem7700");
+    EXPECT_EQ(RunAgainst(receiver, {"-x"}),
+              (RunOutcome{1, "", "Could not initialize GNSS receiver\n", {{9, "", "", ""}}}));
+    EXPECT_EQ(receiver.Heard(true), Lines());
 }
+
+TEST(ModelListingRun, ListsEveryAcceptedModelAndTheCurrentOne)
+{
+    SimulatedReceiver receiver("oem7700");
+    EXPECT_EQ(RunAgainst(receiver, {"--list-models"}),
+              (RunOutcome{0, "\tFFNRNNCBES1\n\tFFNRNNCBN\n", "", {}}));
+    EXPECT_EQ(RunAgainst(receiver, {"--list-current-model"}),
+              (RunOutcome{0, "FFNRNNCBES1\n", "", {}}));
+}
+
+// Given both resets, a real run resets the receiver, which comes back, and leaves its PDP filter
+// alone. The PDP-filter reset alone ends with status 1 although the receiver acknowledged it:
+// start-up scripts have always seen it so.
+TEST(ResetRun, ResetsTheReceiverBeforeThePdpFilter)
+{
+    SimulatedReceiver receiver("oem7500");
+    EXPECT_EQ(RunAgainst(receiver, {"--reset-pdp-filter", "--reset-receiver"}),
+              (RunOutcome{0, "", "", {}}));
+    EXPECT_EQ(RunAgainst(receiver, {"--reset-pdp-filter"}), (RunOutcome{1, "", "", {}}));
+    EXPECT_EQ(StepsHeard(receiver.Heard(), {"reset\r\n", "PDPFILTER RESET\r\n"}),
+              (Lines{"reset\r\n", "PDPFILTER RESET\r\n"}));
+}
+
+using ModeOutErr = std::tuple<std::string, std::string, std::string>;
+class RefusedRun : public testing::TestWithParam<ModeOutErr> {};
+
+// A CSI receiver has no models to list and cannot reset itself or a PDP filter; after detection
+// it hears nothing.
+TEST_P(RefusedRun, SaysWhyAndFails)
+{
+    const auto [mode, out, err] = GetParam();
+    SimulatedReceiver receiver("csi");
+    EXPECT_EQ(RunAgainst(receiver, {mode.c_str()}), (RunOutcome{1, out, err, {}}));
+    EXPECT_EQ(receiver.Heard().back(), "$JAPP\r\n");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    CsiReceiver, RefusedRun,
+    testing::Values(
+        ModeOutErr{"--list-current-model", "", "Did not detect a compatible receiver\n"},
+        ModeOutErr{"--reset-receiver", "Do not know how to reset this receiver\n", ""},
+        ModeOutErr{"--reset-pdp-filter", "Do not know how to reset PDP filter on this receiver\n",
+                   ""}));
+
+}  // namespace
