@@ -23,11 +23,8 @@ bool CAutonomousV1::SupportsGlonass()
 
 bool CAutonomousV1::ApplyFamilyConfiguration()
 {
-    if (!ReapplyBaudRateAndCheckAlive()) {
-        return false;
-    }
     // Fix quality 1 with WAAS corrections is reported as 2, which the console shows as DGPS.
-    return Acknowledged("GGAQUALITY 1 WAAS 2");
+    return AcknowledgedInTurnOnceAlive({"GGAQUALITY 1 WAAS 2"});
 }
 
 bool CAutonomousV1::ConfigureFix(bool /*useGps*/, bool /*useGlonass*/, bool /*useBeidou*/,

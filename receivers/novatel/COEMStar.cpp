@@ -20,10 +20,7 @@ bool COEMStar::SupportsGlonass()
 
 bool COEMStar::ApplyFamilyConfiguration()
 {
-    if (!ReapplyBaudRateAndCheckAlive()) {
-        return false;
-    }
-    return AcknowledgedInTurn({
+    return AcknowledgedInTurnOnceAlive({
         "DYNAMICS LAND",
         "GGAQUALITY 1 WAAS 2",
         "PDPFILTER ENABLE",

@@ -107,6 +107,11 @@ bool OemV1Descendants::ReapplyBaudRateAndCheckAlive()
     return RequestVersionLog(kAliveTimeoutMs);
 }
 
+bool OemV1Descendants::AcknowledgedInTurnOnceAlive(const std::vector<std::string>& commands)
+{
+    return ReapplyBaudRateAndCheckAlive() && AcknowledgedInTurn(commands);
+}
+
 void OemV1Descendants::WriteBareLineEnd() const
 {
     int written = 0;

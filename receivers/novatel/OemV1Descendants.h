@@ -110,6 +110,9 @@ protected:
     // Commands the receiver and the port to the configured rate again, then gives the receiver
     // five seconds to acknowledge a version-log request: whether it did.
     bool ReapplyBaudRateAndCheckAlive();
+    // How OEMV and OEM-Star apply their family configuration: the rate re-applied, then, once the
+    // receiver answers, commands sent in order until one is not acknowledged. True when all were.
+    bool AcknowledgedInTurnOnceAlive(const std::vector<std::string>& commands);
     // Sends commands in order until one is not acknowledged; true when all were.
     bool AcknowledgedInTurn(const std::vector<std::string>& commands,
                             int timeoutMs = kCommandTimeoutMs) const;
