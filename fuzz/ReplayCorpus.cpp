@@ -2,6 +2,7 @@
 // seed corpus is a regression test in builds without libFuzzer.
 #include <dirent.h>
 
+#include <cerrno>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -22,7 +23,12 @@ int ReplayFolder(const std::string& folder)
         return 0;
     }
     int replayed = 0;
-    while (const dirent* entry = readdir(directory)) {
+    for (;;) {
+        errno = 0;  // the replay itself may leave errno set; only readdir's own failure counts
+        const dirent* entry = readdir(directory);
+        if (entry == nullptr) {
+            break;
+        }
         if (entry->d_name[0] == '.') {
             continue;
         }
@@ -31,6 +37,11 @@ int ReplayFolder(const std::string& folder)
                                       std::istreambuf_iterator<char>());
         LLVMFuzzerTestOneInput(reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size());
         ++replayed;
+    }
+    if (errno != 0) {
+        // A folder that cannot be read to the end must fail the replay, not look empty.
+        std::perror(folder.c_str());
+        replayed = 0;
     }
     closedir(directory);
     return replayed;
