@@ -7,26 +7,19 @@
 //   novatel_bench            all operations
 //   novatel_bench FILTER     only operations whose name contains FILTER
 
-#include "receivers/ReceiverType.h"
 #include "receivers/SbasPrnFlags.h"
-#include "receivers/novatel/CAutonomousV1.h"
-#include "receivers/novatel/COEMStar.h"
 #include "receivers/novatel/NovatelExchange.h"
-#include "receivers/novatel/NovatelOem6.h"
-#include "receivers/novatel/NovatelOem7.h"
 #include "receivers/novatel/VersionLog.h"
-#include "sim/Simulator.h"
-#include "tests/support/PathComPort.h"
+#include "tests/novatel/NovatelWire.h"
 
 #include <cstdio>
 #include <ctime>
 #include <functional>
-#include <set>
 #include <memory>
+#include <set>
+#include <stdexcept>
 #include <string>
 #include <vector>
-
-using NovatelCommon::OemV1Descendants;
 
 namespace {
 
@@ -45,41 +38,12 @@ double NowMs(clockid_t clock)
 
 // A simulated receiver, the tool's port on its line and the generation's configurer.
 struct Bench {
-    std::unique_ptr<GnssSim::Simulator> sim;
-    std::unique_ptr<PathComPort> port;
-    std::unique_ptr<OemV1Descendants> configurer;
+    explicit Bench(const GnssSim::SimOptions& options) : receiver(options) {}
+
+    SimulatedNovatel receiver;
+    PathComPort* port = &receiver.Port();
+    OemV1Descendants* configurer = &receiver.Configurer();
 };
-
-std::unique_ptr<OemV1Descendants> MakeConfigurer(const std::string& receiver, CComPort* port)
-{
-    if (receiver == "oemv") {
-        return std::make_unique<CAutonomousV1>(port);
-    }
-    if (receiver == "oemstar" || receiver == "oemstarg") {
-        return std::make_unique<COEMStar>(port, receiver == "oemstarg");
-    }
-    if (receiver == "oem6") {
-        return std::make_unique<NovatelOem6>(port);
-    }
-    return std::make_unique<NovatelOem7>(port);
-}
-
-bool StartBench(const GnssSim::SimOptions& options, Bench& bench)
-{
-    bench.sim = std::make_unique<GnssSim::Simulator>(options);
-    std::string error;
-    if (!bench.sim->Start(error)) {
-        std::fprintf(stderr, "simulator: %s\n", error.c_str());
-        return false;
-    }
-    bench.port = std::make_unique<PathComPort>(bench.sim->SlavePath());
-    bench.port->SetBaudRate(115200);
-    if (bench.port->Open() != 0) {
-        return false;
-    }
-    bench.configurer = MakeConfigurer(options.receiver, bench.port.get());
-    return true;
-}
 
 struct Operation {
     std::string name;
@@ -181,17 +145,18 @@ bool Measure(const Operation& op, Measurement& result)
     GnssSim::SimOptions options;
     options.receiver = op.receiver;
     op.adjust(options);
-    Bench bench;
-    if (!StartBench(options, bench)) {
+    std::unique_ptr<Bench> bench;
+    try {
+        bench = std::make_unique<Bench>(options);
+    } catch (const std::runtime_error& error) {
+        std::fprintf(stderr, "%s\n", error.what());
         return false;
     }
     const double wallStart = NowMs(CLOCK_MONOTONIC);
     const double cpuStart = NowMs(CLOCK_THREAD_CPUTIME_ID);
-    op.run(bench);
+    op.run(*bench);
     result.cpuMs = NowMs(CLOCK_THREAD_CPUTIME_ID) - cpuStart;
     result.wallMs = NowMs(CLOCK_MONOTONIC) - wallStart;
-    bench.port->Close();
-    bench.sim->Stop();
     return true;
 }
 

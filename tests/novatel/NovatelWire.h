@@ -1,0 +1,93 @@
+#ifndef GNSS_TESTS_NOVATEL_NOVATELWIRE_H
+#define GNSS_TESTS_NOVATEL_NOVATELWIRE_H
+
+#include "receivers/novatel/CAutonomousV1.h"
+#include "receivers/novatel/COEMStar.h"
+#include "receivers/novatel/NovatelOem6.h"
+#include "receivers/novatel/NovatelOem7.h"
+#include "sim/Fault.h"
+#include "tests/support/SimulatedReceiver.h"
+#include "tests/support/TestTiming.h"
+#include "util/Stopwatch.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+using Lines = std::vector<std::string>;
+using GnssSim::Fault;
+using NovatelCommon::OemV1Descendants;
+
+// A simulated NovAtel receiver, the tool's port open on its line, and the configurer of its
+// generation ("oemv", "oemstar", "oemstarg", "oem6"; anything else gets the OEM7 configurer).
+class SimulatedNovatel : public SimulatedReceiver {
+public:
+    explicit SimulatedNovatel(const GnssSim::SimOptions& options, int portBaud = kConsoleBaud)
+        : SimulatedReceiver(options),
+          m_configurer(MakeConfigurer(options.receiver, &OpenPort(portBaud)))
+    {
+    }
+
+    OemV1Descendants& Configurer() { return *m_configurer; }
+
+private:
+    static std::unique_ptr<OemV1Descendants> MakeConfigurer(const std::string& name, CComPort* port)
+    {
+        if (name == "oemv") {
+            return std::make_unique<CAutonomousV1>(port);
+        }
+        if (name == "oemstar" || name == "oemstarg") {
+            return std::make_unique<COEMStar>(port, name == "oemstarg");
+        }
+        if (name == "oem6") {
+            return std::make_unique<NovatelOem6>(port);
+        }
+        return std::make_unique<NovatelOem7>(port);
+    }
+
+    std::unique_ptr<OemV1Descendants> m_configurer;
+};
+
+// Each line with its line end; "" stands for a line end on its own.
+inline Lines WithLineEnds(Lines lines)
+{
+    for (std::string& line : lines) {
+        line += "\r\n";
+    }
+    return lines;
+}
+
+// Names a parameterised case after its member name.
+const auto kCaseName = [](const auto& info) { return std::string(info.param.name); };
+
+// A receiver that never acknowledges command, nor a rate switch, whose "<OK" a slow machine (qemu)
+// may read only after the sweep flushed its input, and take for the next exchange's answer.
+inline std::vector<Fault> SilentTo(const char* command)
+{
+    return {Fault::NoAnswer(command), Fault::NoAnswer("COM *"), Fault::NoAnswer("SERIALCONFIG *")};
+}
+
+// An operation meant to wait waitMs took that long (less 1 ms for each of a few read deadlines, as
+// the port counts whole milliseconds), and at most overrunMs more plus the machine's slack.
+inline void ExpectTook(long tookMs, long waitMs, long overrunMs = 0)
+{
+    EXPECT_GE(tookMs, waitMs - 5);
+    EXPECT_LT(tookMs, waitMs + overrunMs + kSchedulingSlackMs);
+}
+
+// On a loaded machine the simulator may read the tool's bytes only after a sweep moved the line to
+// its next speed, and misjudge them. A scenario that sweeps speeds runs up to three times, with a
+// fresh receiver each, until its outcome is the expected one: a fault of the tool shows in all.
+template <class Outcome, class Scenario>
+Outcome RunSweeping(const Scenario& scenario, const Outcome& expected)
+{
+    Outcome outcome = scenario();
+    for (int run = 1; run < 3 && !(outcome == expected); ++run) {
+        outcome = scenario();
+    }
+    return outcome;
+}
+
+#endif
