@@ -1,8 +1,8 @@
 #include "app/RunDriver.h"
 
 #include <cerrno>
-#include <cstring>
 #include <exception>
+#include <system_error>
 
 #include "app/DryRunReport.h"
 #include "app/QueryReport.h"
@@ -34,7 +34,7 @@ const char* const kNotInitialized = "Could not initialize GNSS receiver";
 // The same line perror prints, on the run's own error stream.
 void PrintSystemError(std::ostream& err, const char* what, int errorNumber)
 {
-    err << what << ": " << std::strerror(errorNumber) << std::endl;
+    err << what << ": " << std::generic_category().message(errorNumber) << std::endl;
 }
 
 bool IsUsableReceiverType(int type)

@@ -26,7 +26,7 @@ timeval ToTimeval(int ms)
 {
     timeval wait{};
     wait.tv_sec = ms / 1000;
-    wait.tv_usec = (ms % 1000) * 1000;
+    wait.tv_usec = static_cast<suseconds_t>(ms % 1000) * 1000;
     return wait;
 }
 
@@ -93,8 +93,8 @@ int CLinuxComPort::MakeRaw()
 int CLinuxComPort::ReportOpenFailure(int result)
 {
     const int cause = errno;
-    std::fprintf(stderr, "failed to open %s\n", GetDeviceName());
-    std::fprintf(stderr, "iRC = %d\n", result);
+    (void)std::fprintf(stderr, "failed to open %s\n", GetDeviceName());
+    (void)std::fprintf(stderr, "iRC = %d\n", result);
     errno = cause;
     std::perror("error");
     if (m_fd != -1) {
@@ -284,7 +284,7 @@ int CLinuxComPort::SetBaudRate(int baud)
     }
     speed_t speed = 0;
     if (!MapBaudToSpeed(baud, &speed)) {
-        std::fprintf(stderr, "Couldn't map baud %d\n", baud);
+        (void)std::fprintf(stderr, "Couldn't map baud %d\n", baud);
         return COMERR_BAUD;
     }
     StoreBaudRate(baud);

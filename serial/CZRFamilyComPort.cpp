@@ -57,7 +57,7 @@ const char* CZRFamilyComPort::GetDeviceName()
 void CZRFamilyComPort::WarnIfReserved() const
 {
     if (GetPortNumber() == kReservedPort) {
-        std::fputs("Warning:  Application opened the reserved RS232 port for the IOC8051\n",
+        (void)std::fputs("Warning:  Application opened the reserved RS232 port for the IOC8051\n",
                    stderr);
     }
 }

@@ -50,7 +50,7 @@ std::string EscapeBytes(const std::string& bytes)
                 text += static_cast<char>(byte);
             } else {
                 char escaped[5];
-                std::snprintf(escaped, sizeof escaped, "\\x%02x", static_cast<unsigned>(byte));
+                (void)std::snprintf(escaped, sizeof escaped, "\\x%02x", static_cast<unsigned>(byte));
                 text += escaped;
             }
         }
@@ -100,7 +100,7 @@ std::string HexBytes(const std::string& bytes)
     std::string text;
     for (unsigned char byte : bytes) {
         char hex[4];
-        std::snprintf(hex, sizeof hex, "%s%02x", text.empty() ? "" : " ", static_cast<unsigned>(byte));
+        (void)std::snprintf(hex, sizeof hex, "%s%02x", text.empty() ? "" : " ", static_cast<unsigned>(byte));
         text += hex;
     }
     return text;

@@ -21,7 +21,7 @@ std::uint32_t CrcOfByte(std::uint32_t value)
 std::string CheckText(const char* format, unsigned value)
 {
     char text[16];
-    std::snprintf(text, sizeof text, format, value);
+    (void)std::snprintf(text, sizeof text, format, value);
     return text;
 }
 

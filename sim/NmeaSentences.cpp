@@ -20,7 +20,7 @@ std::string UtcText(double secondsOfDay)
     const int whole = static_cast<int>(wrapped);
     const int hundredths = static_cast<int>((wrapped - whole) * 100.0);
     char text[48];
-    std::snprintf(text, sizeof text, "%02d%02d%02d.%02d", whole / 3600, whole / 60 % 60, whole % 60, hundredths);
+    (void)std::snprintf(text, sizeof text, "%02d%02d%02d.%02d", whole / 3600, whole / 60 % 60, whole % 60, hundredths);
     return text;
 }
 

@@ -58,15 +58,15 @@ const long kPortBauds[] = {300, 600, 1200, 2400, 4800, 9600, 19200, 38400, 57600
 
 bool FitsAlternative(const std::string& alternative, const std::string& word)
 {
-    double number = 0.0;
-    long integer = 0;
     if (alternative == "*") {
         return true;
     }
     if (alternative == "#") {
+        long integer = 0;
         return ParseInteger(word, integer);
     }
     if (alternative == "#.#") {
+        double number = 0.0;
         return ParseDecimal(word, number);
     }
     return alternative == word;

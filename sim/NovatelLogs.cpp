@@ -16,7 +16,7 @@ std::string Quoted(const std::string& text)
 std::string HeaderFields(const NovatelLogHeader& header)
 {
     char text[160];
-    std::snprintf(text, sizeof text, "%s,%d,%.1f,%s,%d,%.3f,%s,%s,%d", header.port.c_str(), header.sequence,
+    (void)std::snprintf(text, sizeof text, "%s,%d,%.1f,%s,%d,%.3f,%s,%s,%d", header.port.c_str(), header.sequence,
                   header.idlePercent, header.timeStatus.c_str(), header.week, header.seconds,
                   header.receiverStatus.c_str(), header.reserved.c_str(), header.softwareBuild);
     return text;

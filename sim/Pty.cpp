@@ -6,6 +6,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <poll.h>
+#include <system_error>
 #include <sys/stat.h>
 #include <termios.h>
 #include <unistd.h>
@@ -28,7 +29,7 @@ const SpeedEntry kSpeeds[] = {
 
 std::string SystemError(const char* what)
 {
-    return std::string(what) + ": " + std::strerror(errno);
+    return std::string(what) + ": " + std::generic_category().message(errno);
 }
 
 bool IsOurLink(const std::string& linkPath, const std::string& slavePath)
@@ -67,8 +68,8 @@ bool Pty::Open(std::string& error)
         Close();
         return false;
     }
-    const char* name = ptsname(m_master);
-    if (name == nullptr) {
+    char name[PATH_MAX];
+    if (ptsname_r(m_master, name, sizeof name) != 0) {
         error = SystemError("ptsname");
         Close();
         return false;

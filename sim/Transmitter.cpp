@@ -14,15 +14,15 @@ namespace {
 
 // Paced output wakes at most once a millisecond: slices of one byte would cost a wake-up every
 // 87 microseconds at 115200 baud, for no difference the tool could see in the lines it reads.
-const std::chrono::nanoseconds kPacingSlice = std::chrono::milliseconds(1);
+constexpr std::chrono::nanoseconds kPacingSlice = std::chrono::milliseconds(1);
 
 // A start bit, eight data bits and a stop bit.
 const long long kBitsPerByte = 10;
 
 // A pending hang-up waits this long at most for the tool to read the last bytes, and looks every
 // few milliseconds: the kernel tells nobody when the slave side reads.
-const std::chrono::milliseconds kHangUpGrace(1000);
-const std::chrono::milliseconds kHangUpCheck(5);
+constexpr std::chrono::milliseconds kHangUpGrace(1000);
+constexpr std::chrono::milliseconds kHangUpCheck(5);
 
 }
 

@@ -26,7 +26,7 @@ bool DirectionFromName(const std::string& name, WireDirection& direction)
 std::string NextWord(const std::string& line, std::size_t& pos)
 {
     const std::size_t end = line.find(' ', pos);
-    const std::string word = line.substr(pos, end == std::string::npos ? std::string::npos : end - pos);
+    std::string word = line.substr(pos, end == std::string::npos ? std::string::npos : end - pos);
     pos = end == std::string::npos ? line.size() : end + 1;
     return word;
 }
@@ -61,7 +61,7 @@ const char* WireDirectionName(WireDirection direction)
 std::string FormatWireLogEntry(const WireLogEntry& entry)
 {
     char head[96];
-    std::snprintf(head, sizeof head, "%.6f %s %d %d ", entry.seconds, WireDirectionName(entry.direction),
+    (void)std::snprintf(head, sizeof head, "%.6f %s %d %d ", entry.seconds, WireDirectionName(entry.direction),
                   entry.lineBaud, entry.receiverBaud);
     return head + ("\"" + EscapeBytes(entry.bytes) + "\" ") + entry.meaning;
 }

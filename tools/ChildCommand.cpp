@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <pthread.h>
+#include <system_error>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -25,23 +26,57 @@ sigset_t ProgramSignals()
     return signals;
 }
 
-[[noreturn]] void RunChild(const std::vector<std::string>& argv, const std::map<std::string, std::string>& environment)
+// Everything the child needs, prepared before the fork: the simulator's threads may hold the
+// allocator's or the environment's lock at that moment, so the child must not allocate, nor call
+// setenv, before it has run the command.
+struct PreparedCommand {
+    std::vector<std::string> environment;
+    std::vector<char*> arguments;
+    std::vector<char*> environmentPointers;
+    std::string cannotRun;
+};
+
+void Prepare(const std::vector<std::string>& argv, const std::map<std::string, std::string>& extra,
+             PreparedCommand& command)
+{
+    for (char** variable = environ; *variable != nullptr; ++variable) {
+        const std::string entry = *variable;
+        if (extra.count(entry.substr(0, entry.find('='))) == 0) {
+            command.environment.push_back(entry);
+        }
+    }
+    for (const auto& variable : extra) {
+        command.environment.push_back(variable.first + "=" + variable.second);
+    }
+    for (std::string& entry : command.environment) {
+        command.environmentPointers.push_back(entry.data());
+    }
+    command.environmentPointers.push_back(nullptr);
+    command.arguments.reserve(argv.size() + 1);
+    for (const std::string& argument : argv) {
+        command.arguments.push_back(const_cast<char*>(argument.c_str()));
+    }
+    command.arguments.push_back(nullptr);
+    command.cannotRun = "gnss-sim: cannot run " + argv[0] + ": ";
+}
+
+void WriteToStandardError(const char* text, size_t length)
+{
+    if (write(STDERR_FILENO, text, length) < 0) {
+        // Nothing more can be said.
+    }
+}
+
+[[noreturn]] void RunChild(const PreparedCommand& command)
 {
     const sigset_t signals = ProgramSignals();
     pthread_sigmask(SIG_UNBLOCK, &signals, nullptr);
-    for (const auto& variable : environment) {
-        setenv(variable.first.c_str(), variable.second.c_str(), 1);
-    }
-    std::vector<char*> arguments;
-    for (const std::string& argument : argv) {
-        arguments.push_back(const_cast<char*>(argument.c_str()));
-    }
-    arguments.push_back(nullptr);
-    execvp(arguments[0], arguments.data());
-    const std::string message = "gnss-sim: cannot run " + argv[0] + ": " + std::strerror(errno) + "\n";
-    if (write(STDERR_FILENO, message.data(), message.size()) < 0) {
-        // Nothing more can be said.
-    }
+    execvpe(command.arguments[0], command.arguments.data(), command.environmentPointers.data());
+    // strerrordesc_np only looks the text up: no allocation, no shared buffer.
+    const char* reason = strerrordesc_np(errno);
+    WriteToStandardError(command.cannotRun.data(), command.cannotRun.size());
+    WriteToStandardError(reason, std::strlen(reason));
+    WriteToStandardError("\n", 1);
     _exit(kCannotRun);
 }
 
@@ -73,13 +108,15 @@ void WaitForInterrupt()
 bool ChildCommand::Start(const std::vector<std::string>& argv, const std::map<std::string, std::string>& environment,
                          std::string& error)
 {
+    PreparedCommand command;
+    Prepare(argv, environment, command);
     m_pid = fork();
     if (m_pid < 0) {
-        error = std::string("fork: ") + std::strerror(errno);
+        error = "fork: " + std::generic_category().message(errno);
         return false;
     }
     if (m_pid == 0) {
-        RunChild(argv, environment);
+        RunChild(command);
     }
     return true;
 }

@@ -43,7 +43,7 @@ bool IsStreamedLog(const GnssSim::WireLogEntry& entry)
 std::string SummaryLine(const GnssSim::WireLogEntry& entry)
 {
     char time[32];
-    std::snprintf(time, sizeof time, "%10.3f ", entry.seconds);
+    (void)std::snprintf(time, sizeof time, "%10.3f ", entry.seconds);
     std::string line = std::string(time) + GnssSim::WireDirectionName(entry.direction);
     line.resize(line.size() < 17 ? 17 : line.size(), ' ');
     if (!entry.bytes.empty()) {

@@ -305,7 +305,7 @@ bool OemV1Descendants::ConfigureSbas(const SbasPrnFlags& prnEnabled, bool useSba
 
 std::vector<int> OemV1Descendants::BeginLaterSbas(const SbasPrnFlags& prnEnabled, bool useSbas)
 {
-    const std::vector<int> prns = SelectedPrnsDescending(prnEnabled);
+    std::vector<int> prns = SelectedPrnsDescending(prnEnabled);
     WriteBareLineEnd();
     if (!useSbas || prns.empty()) {
         Acknowledged("SBASCONTROL DISABLE\r\n");

@@ -198,7 +198,7 @@ std::string ReadVersionLine(CComPort& port)
         if (SendVersionLogRequest(port) != 0) {
             continue;
         }
-        const std::string line = ReadMatchingLine(
+        std::string line = ReadMatchingLine(
             port, kVersionReadWindowMs, kVersionReadSliceMs, kReplyBufferSize,
             [](const std::string& reply) { return IsVersionLine(reply) ? reply : std::string(); });
         if (!line.empty()) {
