@@ -1,7 +1,7 @@
 // End to end: the built gnss-setup against gnss-sim through one of the console's /dev/ttyO*
 // names, with the control device double preloaded into the tool, and everything that came out of
-// the run compared with the golden files beside the scenario. GNSS_UPDATE_GOLDEN=1 rewrites the
-// golden files instead (README.md).
+// the run compared with the golden files in the scenario's folder, which ctest names in
+// GNSS_E2E_SCENARIO. GNSS_UPDATE_GOLDEN=1 rewrites the golden files instead (README.md).
 #include <gtest/gtest.h>
 
 #include <sys/resource.h>
@@ -280,22 +280,13 @@ void UpdateGoldens(const Scenario& scenario, const WorkFolder& work)
     }
 }
 
-class EndToEnd : public ::testing::TestWithParam<std::string> {
-protected:
-    // The "$PMCAG" scenario ends the tool by SIGFPE, whose default action dumps core: a core file
-    // in the build tree on a machine that allows them would only be in the way.
-    static void SetUpTestSuite()
-    {
-        const rlimit noCoreFiles = {0, 0};
-        setrlimit(RLIMIT_CORE, &noCoreFiles);
-    }
-};
-
-TEST_P(EndToEnd, MatchesItsGoldenFiles)
+TEST(EndToEnd, MatchesItsGoldenFiles)
 {
+    const char* name = std::getenv("GNSS_E2E_SCENARIO");
+    ASSERT_TRUE(name != nullptr) << "GNSS_E2E_SCENARIO names no scenario folder; ctest sets it";
     Scenario scenario;
     std::string error;
-    ASSERT_TRUE(ReadScenario(GNSS_E2E_SCENARIOS, GetParam(), scenario, error)) << error;
+    ASSERT_TRUE(ReadScenario(GNSS_E2E_SCENARIOS, name, scenario, error)) << error;
     std::unique_ptr<PortClaim> claim;
     if (!scenario.port.empty()) {
         claim = std::make_unique<PortClaim>(scenario.port);
@@ -304,6 +295,10 @@ TEST_P(EndToEnd, MatchesItsGoldenFiles)
             GTEST_SKIP() << whyNot;
         }
     }
+    // The "$PMCAG" scenario ends the tool by SIGFPE, whose default action dumps core: a core file
+    // in the build tree on a machine that allows them would only be in the way.
+    const rlimit noCoreFiles = {0, 0};
+    setrlimit(RLIMIT_CORE, &noCoreFiles);
     const WorkFolder work;
     ASSERT_TRUE(work.Made()) << "no scratch folder";
     if (UpdatingGoldenFiles()) {
@@ -312,17 +307,5 @@ TEST_P(EndToEnd, MatchesItsGoldenFiles)
         ExpectGoldenOutcome(scenario, work);
     }
 }
-
-// ctest names the same tests from the folder names (CMakeLists.txt), to filter one at a time.
-std::string TestNameOf(const ::testing::TestParamInfo<std::string>& info)
-{
-    std::string name = info.param;
-    for (char& c : name) {
-        c = c == '-' ? '_' : c;
-    }
-    return name;
-}
-
-INSTANTIATE_TEST_SUITE_P(Scenarios, EndToEnd, ::testing::ValuesIn(ScenarioNames(GNSS_E2E_SCENARIOS)), TestNameOf);
 
 }  // namespace

@@ -1,8 +1,5 @@
 #include "tests/e2e/Scenario.h"
 
-#include <dirent.h>
-
-#include <algorithm>
 #include <fstream>
 #include <sstream>
 
@@ -59,24 +56,6 @@ bool ApplySetting(const std::string& key, const std::vector<std::string>& values
 }
 
 }  // namespace
-
-std::vector<std::string> ScenarioNames(const std::string& root)
-{
-    std::vector<std::string> names;
-    DIR* folder = opendir(root.c_str());
-    if (folder == nullptr) {
-        return names;
-    }
-    while (const dirent* entry = readdir(folder)) {
-        const std::string name = entry->d_name;
-        if (name[0] != '.' && std::ifstream(root + "/" + name + "/" + kDescriptionFile).good()) {
-            names.push_back(name);
-        }
-    }
-    closedir(folder);
-    std::sort(names.begin(), names.end());
-    return names;
-}
 
 bool ReadScenario(const std::string& root, const std::string& name, Scenario& scenario,
                   std::string& error)

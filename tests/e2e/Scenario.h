@@ -31,9 +31,6 @@ struct Scenario {
     bool HasReceiver() const { return !receiver.empty(); }
 };
 
-// The scenario folders under root, by name.
-std::vector<std::string> ScenarioNames(const std::string& root);
-
 // Reads root/name/scenario.txt; false with the reason when it cannot be read or makes no sense.
 bool ReadScenario(const std::string& root, const std::string& name, Scenario& scenario,
                   std::string& error);
