@@ -35,11 +35,13 @@ TEST(Simulator, WaitForQuietReturnsOnlyOnceEverythingWrittenIsHeardAndAnswered)
 
 TEST(Simulator, PacedOutputLeavesAtTheLinesByteRate)
 {
+    // Slow enough that the log takes about a second, far more than a loaded machine delays a reply.
+    constexpr int kSlowBaud = 2400;
     SimOptions options = TestReceiverOptions("oem6");
-    options.startupBaud = 9600;
+    options.startupBaud = kSlowBaud;
     options.pace = true;
     SimulatedReceiver receiver(options);
-    PathComPort& port = receiver.OpenPort(9600);
+    PathComPort& port = receiver.OpenPort(kSlowBaud);
     const Stopwatch clock;
     Send(port, "log versiona once\r\n");
     std::string received = ReadFor(port, kReplyMs, "<OK");
@@ -47,8 +49,8 @@ TEST(Simulator, PacedOutputLeavesAtTheLinesByteRate)
     received += ReadFor(port, kReplyMs, "*");
     received += ReadFor(port, kReplyMs, "\r\n");
     ASSERT_TRUE(HasRightCheck(received));
-    // Ten bits a byte at 9600 baud; the first byte leaves at once.
-    const long lineMs = static_cast<long>(received.size() - 1) * 10 * 1000 / 9600;
+    // Ten bits a byte; the first byte leaves at once.
+    const long lineMs = static_cast<long>(received.size() - 1) * 10 * 1000 / kSlowBaud;
     EXPECT_GE(clock.ElapsedMs(), lineMs);
     EXPECT_LT(replyMs, lineMs / 2) << "the reply comes first and does not wait for the log";
 }
