@@ -8,16 +8,17 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
 #include <iomanip>
 #include <iostream>
+#include <map>
 #include <regex>
 #include <sstream>
 
-#include "tests/e2e/LineDiff.h"
 #include "tests/support/ProcessRunner.h"
 #include "util/Sleep.h"
 #include "util/Stopwatch.h"
@@ -107,250 +108,147 @@ std::string WhyPortIsNotOurs(const std::string& port)
     }
 }
 
-const char kUpdateVariable[] = "GNSS_UPDATE_GOLDEN";
-
-const char kHeardFile[] = "heard.txt";
-const char kDriverFile[] = "driver.txt";
-const char kWireLogFile[] = "wire.log";
-
-bool UpdatingGoldenFiles()
+// Each line with its line end, so that a missing last line end shows too.
+std::vector<std::string> Lines(const std::string& text)
 {
-    const char* update = std::getenv(kUpdateVariable);
-    return update != nullptr && std::string(update) == "1";
+    std::vector<std::string> lines;
+    for (std::size_t start = 0; start < text.size();) {
+        const std::size_t end = std::min(text.find('\n', start), text.size() - 1) + 1;
+        lines.push_back(text.substr(start, end - start));
+        start = end;
+    }
+    return lines;
 }
 
-std::string ReadWholeFile(const std::string& path, bool& found)
+std::string ReadFile(const std::string& path)
 {
-    std::ifstream file(path, std::ios::binary);
-    found = file.good();
     std::ostringstream text;
-    text << file.rdbuf();
+    text << std::ifstream(path, std::ios::binary).rdbuf();
     return text.str();
 }
 
-std::string ReadFileOrNothing(const std::string& path)
+// A NovAtel log carries the receiver's time of week and a CRC over it, and the simulator's clock
+// runs from its start: they are written as <seconds> and <crc>, and the rest of the log, and where
+// it stands, must still match. Under qemu-arm the emulator reports a signal that ended the tool on
+// the tool's standard error; the console shows no such line.
+std::string Normalised(const std::string& output)
 {
-    bool found = false;
-    return ReadWholeFile(path, found);
-}
-
-// A scenario's scratch folder: the simulator's transcript and wire log and the driver record. It
-// is kept when the scenario failed, for a person to look into.
-class WorkFolder {
-public:
-    WorkFolder()
-    {
-        const char* temporary = std::getenv("TMPDIR");
-        std::string pattern = std::string(temporary != nullptr ? temporary : "/tmp") + "/gnss-e2e-XXXXXX";
-        if (mkdtemp(pattern.data()) != nullptr) {
-            m_path = pattern;
-        }
-    }
-    ~WorkFolder()
-    {
-        if (::testing::Test::HasFailure()) {
-            std::cout << "The last run's wire log, transcript and driver record are kept in " << m_path << "\n";
-            return;
-        }
-        Clear();
-        rmdir(m_path.c_str());
-    }
-    WorkFolder(const WorkFolder&) = delete;
-    WorkFolder& operator=(const WorkFolder&) = delete;
-
-    bool Made() const { return !m_path.empty(); }
-    std::string File(const std::string& name) const { return m_path + "/" + name; }
-
-    void Clear() const
-    {
-        for (const char* name : {kHeardFile, kDriverFile, kWireLogFile}) {
-            unlink(File(name).c_str());
-        }
-    }
-
-private:
-    std::string m_path;
-};
-
-// What a run left, each as the golden file holds it.
-struct Outcome {
-    std::string out;
-    std::string err;
-    std::string status;
-    std::string heard;
-    std::string driver;
-};
-
-// A NovAtel log carries the receiver's time of week and a CRC over it; the simulator's clock runs
-// from its start, so both change from run to run. They are written as <seconds> and <crc>; the
-// rest of the log, and where it stands in the output, must still match.
-std::string NormaliseLogTimes(const std::string& text)
-{
-    static const std::regex log(
+    static const std::regex logTime(
         R"((#[A-Z]+A,[^,;\n]*,[^,;\n]*,[^,;\n]*,[^,;\n]*,[^,;\n]*,)[0-9]+\.[0-9]+(,[^;\n]*;[^*\n]*\*)[0-9a-f]{8})");
-    return std::regex_replace(text, log, "$1<seconds>$2<crc>");
+    static const std::regex emulatorReport(R"(qemu: uncaught target signal [^\n]*\n)");
+    return std::regex_replace(std::regex_replace(output, logTime, "$1<seconds>$2<crc>"), emulatorReport, "");
 }
 
-// qemu-user reports a signal that ended its program on its own standard error, which is the
-// tool's; the console shows no such line, so it is not part of the tool's output.
-std::string WithoutEmulatorReport(const std::string& err)
-{
-    static const std::regex report(R"(qemu: uncaught target signal [^\n]*\n)");
-    return std::regex_replace(err, report, "");
-}
+// What a run left, by the golden file that holds it: the transcript only with a receiver, the
+// driver record only when the control device is there. The scratch folder holds the same files,
+// beside the wire log.
+using Outcome = std::map<std::string, std::string>;
 
-ProgramEnvironment ToolEnvironment(const Scenario& scenario, const WorkFolder& work)
+Outcome Run(const Scenario& scenario, const std::string& scratch)
 {
-    ProgramEnvironment environment = {std::string("LD_PRELOAD=") + ZRGPS_CTL_DOUBLE};
-    if (scenario.controlDevice) {
-        environment.push_back("ZRGPS_CTL_RECORD=" + work.File(kDriverFile));
+    // The double appends to its record and writes nothing when the tool makes no request, and an
+    // earlier run's transcript must not stand in for one that was not written.
+    for (const char* file : {"heard.txt", "driver.txt", "wire.log"}) {
+        unlink((scratch + file).c_str());
     }
     // In the sanitizer build the double is loaded ahead of the sanitizer runtime, which otherwise
     // refuses to start; elsewhere nothing reads the variable.
     const char* given = std::getenv("ASAN_OPTIONS");
-    environment.push_back("ASAN_OPTIONS=" + std::string(given != nullptr ? given : "") + ":verify_asan_link_order=0");
-    return environment;
-}
-
-// The simulator runs the tool and ends with its status; --quiet leaves the tool's standard error
-// to the tool.
-ProcessResult RunAgainstSimulator(const Scenario& scenario, const WorkFolder& work)
-{
-    std::vector<std::string> simulator = scenario.simulator;
-    simulator.insert(simulator.end(), {"--quiet", "--link", scenario.port, "--heard", work.File(kHeardFile),
-                                       "--log", work.File(kWireLogFile), "--"});
-    const std::vector<std::string> tool =
-        BuiltProgramCommand(GNSS_SETUP_PROGRAM, "gnss-setup", scenario.arguments, ToolEnvironment(scenario, work));
-    simulator.insert(simulator.end(), tool.begin(), tool.end());
-    return RunBuiltProgram(GNSS_SIM_PROGRAM, "gnss-sim", simulator);
-}
-
-Outcome RunScenario(const Scenario& scenario, const WorkFolder& work)
-{
-    // The double appends to its record, and an earlier run's transcript must not stand in for one
-    // that was not written.
-    work.Clear();
-    const ProcessResult result =
-        !scenario.simulator.empty()
-            ? RunAgainstSimulator(scenario, work)
-            : RunBuiltProgram(GNSS_SETUP_PROGRAM, "gnss-setup", scenario.arguments, ToolEnvironment(scenario, work));
-    Outcome outcome;
-    outcome.out = NormaliseLogTimes(result.out);
-    outcome.err = WithoutEmulatorReport(NormaliseLogTimes(result.err));
-    outcome.status = std::to_string(result.status) + "\n";
-    outcome.heard = ReadFileOrNothing(work.File(kHeardFile));
-    // The double writes nothing, not even the file, when the tool makes no request.
-    outcome.driver = ReadFileOrNothing(work.File(kDriverFile));
+    const std::string asanOptions = std::string(given != nullptr ? given : "") + ":verify_asan_link_order=0";
+    ProgramEnvironment environment = {std::string("LD_PRELOAD=") + ZRGPS_CTL_DOUBLE, "ASAN_OPTIONS=" + asanOptions};
+    if (scenario.controlDevice) {
+        environment.push_back("ZRGPS_CTL_RECORD=" + scratch + "driver.txt");
+    }
+    ProcessResult result;
+    if (scenario.simulator.empty()) {
+        result = RunBuiltProgram(GNSS_SETUP_PROGRAM, "gnss-setup", scenario.arguments, environment);
+    } else {
+        // The simulator runs the tool and ends with its status; --quiet leaves standard error to it.
+        std::vector<std::string> simulator = scenario.simulator;
+        simulator.insert(simulator.end(), {"--quiet", "--link", scenario.port, "--heard",
+                                           scratch + "heard.txt", "--log", scratch + "wire.log", "--"});
+        for (const std::string& part :
+             BuiltProgramCommand(GNSS_SETUP_PROGRAM, "gnss-setup", scenario.arguments, environment)) {
+            simulator.push_back(part);
+        }
+        result = RunBuiltProgram(GNSS_SIM_PROGRAM, "gnss-sim", simulator);
+    }
+    Outcome outcome = {{"stdout.txt", Normalised(result.out)},
+                       {"stderr.txt", Normalised(result.err)},
+                       {"status.txt", std::to_string(result.status) + "\n"}};
+    if (!scenario.simulator.empty()) {
+        outcome["heard.txt"] = ReadFile(scratch + "heard.txt");
+    }
+    if (scenario.controlDevice) {
+        outcome["driver.txt"] = ReadFile(scratch + "driver.txt");
+    }
+    for (const char* file : {"stdout.txt", "stderr.txt", "status.txt"}) {
+        std::ofstream(scratch + file, std::ios::binary) << outcome[file];
+    }
     return outcome;
 }
 
-struct Golden {
-    const char* file;
-    std::string actual;
-};
-
-// Every golden file the scenario has: the transcript only with a receiver, the driver record only
-// when the control device is there to record.
-std::vector<Golden> GoldensOf(const Scenario& scenario, const Outcome& outcome)
-{
-    std::vector<Golden> goldens = {
-        {"stdout.txt", outcome.out}, {"stderr.txt", outcome.err}, {"status.txt", outcome.status}};
-    if (!scenario.simulator.empty()) {
-        goldens.push_back({kHeardFile, outcome.heard});
-    }
-    if (scenario.controlDevice) {
-        goldens.push_back({kDriverFile, outcome.driver});
-    }
-    return goldens;
-}
-
-// The difference of every golden file from the outcome, for a person to read; empty when all match.
-std::string DifferencesFromGoldens(const Scenario& scenario, const Outcome& outcome)
-{
-    std::string differences;
-    for (const Golden& golden : GoldensOf(scenario, outcome)) {
-        const std::string path = scenario.folder + "/" + golden.file;
-        bool found = false;
-        const std::string expected = ReadWholeFile(path, found);
-        if (!found) {
-            differences += path + " is missing; " + kUpdateVariable + "=1 writes it\n";
-            continue;
-        }
-        const std::string diff = LineDiff(expected, golden.actual);
-        if (!diff.empty()) {
-            differences += path + " differs (- golden, + this run):\n" + diff;
-        }
-    }
-    return differences;
-}
-
-bool SameOutcome(const Outcome& one, const Outcome& other)
-{
-    return one.out == other.out && one.err == other.err && one.status == other.status &&
-           one.heard == other.heard && one.driver == other.driver;
-}
-
-// The receiver heard the tool at a speed other than its own: the tool changed speed under it.
-bool ChangesSpeed(const std::string& heard)
-{
-    return heard.find("noise at ") != std::string::npos;
-}
-
-bool GoldenTranscriptChangesSpeed(const Scenario& scenario)
-{
-    bool found = false;
-    return ChangesSpeed(ReadWholeFile(scenario.folder + "/" + kHeardFile, found));
-}
-
-// How many runs a scenario in which the tool changes speed gets before a difference counts.
 // gnss-sim judges the speed of what the tool wrote when it reads it; on a loaded machine it can
-// read late, after the tool has moved on to its next speed, and hear a line where there was
-// noise. The tool does the same every time, so a real difference shows in every run.
+// read late, after the tool has moved on to its next speed, and hear a line where there was noise.
+// Where the tool changes speed under the receiver (its transcript has "noise at" lines), a
+// scenario runs up to three times before a difference counts, and two runs in a row must agree
+// before they are written as golden files. The tool does the same every time, so a real difference
+// shows in every run.
 constexpr int kRunsWhenSpeedChanges = 3;
 
-void ExpectGoldenOutcome(const Scenario& scenario, const WorkFolder& work)
+bool ChangesSpeed(const Outcome& outcome)
 {
-    const bool speedChanges = GoldenTranscriptChangesSpeed(scenario);
-    for (int run = 1;; ++run) {
-        const std::string differences = DifferencesFromGoldens(scenario, RunScenario(scenario, work));
-        if (differences.empty()) {
-            return;
+    const auto heard = outcome.find("heard.txt");
+    return heard != outcome.end() && heard->second.find("noise at ") != std::string::npos;
+}
+
+void ExpectGoldenOutcome(const Scenario& scenario, const std::string& scratch)
+{
+    Outcome outcome = Run(scenario, scratch);
+    Outcome goldens;
+    for (const auto& file : outcome) {
+        const std::string path = scenario.folder + "/" + file.first;
+        EXPECT_TRUE(std::ifstream(path).is_open()) << path << " is missing; GNSS_UPDATE_GOLDEN=1 writes it";
+        goldens[file.first] = ReadFile(path);
+    }
+    for (int run = 1; run < kRunsWhenSpeedChanges && outcome != goldens && ChangesSpeed(goldens); ++run) {
+        std::cout << "Run " << run << " differed; the tool changes speed, so it runs again\n";
+        outcome = Run(scenario, scratch);
+    }
+    // The first line that differs in each file, as the golden file and this run have it; a line
+    // that one of them lacks shows as "".
+    for (const auto& file : outcome) {
+        std::vector<std::string> golden = Lines(goldens[file.first]);
+        std::vector<std::string> thisRun = Lines(file.second);
+        golden.resize(std::max(golden.size(), thisRun.size()));
+        thisRun.resize(golden.size());
+        const auto at = std::mismatch(golden.begin(), golden.end(), thisRun.begin());
+        if (at.first != golden.end()) {
+            const std::string& goldenLine = *at.first;
+            const std::string& thisRunLine = *at.second;
+            EXPECT_EQ(goldenLine, thisRunLine)
+                << scenario.folder << "/" << file.first << " differs from this run at line "
+                << at.first - golden.begin() + 1 << "; diff it with " << scratch << file.first
+                << ", beside the run's other output, transcript, driver record and wire log";
         }
-        if (!speedChanges || run == kRunsWhenSpeedChanges) {
-            ADD_FAILURE() << (run > 1 ? "Every one of " + std::to_string(run) + " runs differed; the last:\n" : "")
-                          << differences;
-            return;
-        }
-        std::cout << "Run " << run << " differed; the tool changes speed, so it runs again:\n" << differences;
     }
 }
 
-void WriteGolden(const Scenario& scenario, const Golden& golden)
+void UpdateGoldenFiles(const Scenario& scenario, const std::string& scratch)
 {
-    const std::string path = scenario.folder + "/" + golden.file;
-    std::ofstream file(path, std::ios::binary | std::ios::trunc);
-    file << golden.actual;
-    EXPECT_TRUE(file.good()) << "cannot write " << path;
-}
-
-// A run that the simulator misjudged must not become a golden file: where the tool changes speed,
-// two runs in a row have to agree first.
-void UpdateGoldens(const Scenario& scenario, const WorkFolder& work)
-{
-    Outcome outcome = RunScenario(scenario, work);
-    for (int run = 2; ChangesSpeed(outcome.heard); ++run) {
-        const Outcome next = RunScenario(scenario, work);
-        if (SameOutcome(outcome, next)) {
+    Outcome outcome = Run(scenario, scratch);
+    for (int run = 2; ChangesSpeed(outcome); ++run) {
+        const Outcome next = Run(scenario, scratch);
+        if (next == outcome) {
             break;
         }
-        if (run == kRunsWhenSpeedChanges) {
-            ADD_FAILURE() << "No two runs in a row agreed; no golden file written";
-            return;
-        }
+        ASSERT_LT(run, kRunsWhenSpeedChanges) << "No two runs in a row agreed; no golden file written";
         outcome = next;
     }
-    for (const Golden& golden : GoldensOf(scenario, outcome)) {
-        WriteGolden(scenario, golden);
+    for (const auto& file : outcome) {
+        const std::string path = scenario.folder + "/" + file.first;
+        EXPECT_TRUE((std::ofstream(path, std::ios::binary | std::ios::trunc) << file.second).good())
+            << "cannot write " << path;
     }
 }
 
@@ -370,12 +268,15 @@ TEST(EndToEnd, MatchesItsGoldenFiles)
     // in the build tree on a machine that allows them would only be in the way.
     const rlimit noCoreFiles = {0, 0};
     setrlimit(RLIMIT_CORE, &noCoreFiles);
-    const WorkFolder work;
-    ASSERT_TRUE(work.Made()) << "no scratch folder";
-    if (UpdatingGoldenFiles()) {
-        UpdateGoldens(scenario, work);
+    // The scratch folder is kept, for a person to look into after a failure.
+    const std::string scratch = std::string(GNSS_E2E_SCRATCH) + "/" + name + "/";
+    mkdir(GNSS_E2E_SCRATCH, 0755);
+    mkdir(scratch.c_str(), 0755);
+    const char* update = std::getenv("GNSS_UPDATE_GOLDEN");
+    if (update != nullptr && std::string(update) == "1") {
+        UpdateGoldenFiles(scenario, scratch);
     } else {
-        ExpectGoldenOutcome(scenario, work);
+        ExpectGoldenOutcome(scenario, scratch);
     }
 }
 
