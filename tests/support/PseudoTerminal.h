@@ -1,27 +1,29 @@
 #ifndef GNSS_TESTS_SUPPORT_PSEUDOTERMINAL_H
 #define GNSS_TESTS_SUPPORT_PSEUDOTERMINAL_H
 
+#include "sim/Pty.h"
+
 #include <cstddef>
 #include <string>
 
-// A pseudo-terminal standing in for a receiver's serial line. The tool opens SlavePath() (with
-// PathComPort); the test, or a simulated receiver, plays the receiver on the master side.
+// A receiver's serial line that the test plays by hand: the tool opens SlavePath() (with
+// PathComPort), the test sends and receives on the master side.
 //
-// The slave starts in the kernel's default (cooked, echoing) mode, as a real port does before the
-// tool's Open makes it raw: send nothing before the port is open. A handle on the slave is kept
-// open for the object's lifetime, so the master never sees a hang-up when the tool closes its
-// port.
+// The slave starts cooked and echoing, as a real port is before the tool's Open makes it raw: send
+// nothing before the port is open. The line keeps a handle on the slave, so the master never sees
+// a hang-up when the tool closes its port.
 class PseudoTerminal {
 public:
     // Throws std::runtime_error when no pseudo-terminal can be had.
     PseudoTerminal();
-    ~PseudoTerminal();
-    PseudoTerminal(const PseudoTerminal&) = delete;
-    PseudoTerminal& operator=(const PseudoTerminal&) = delete;
 
-    const std::string& SlavePath() const;
-    // -1 after HangUp.
-    int MasterFd() const;
+    const std::string& SlavePath() const { return m_line.SlavePath(); }
+
+    // The line's rate as set by the tool (115200 for B115200), 0 for a speed without a number.
+    int SlaveBaud() const { return m_line.LineBaud(); }
+
+    // Closes the master: the tool's side sees the line hang up.
+    void HangUp() { m_line.HangUp(); }
 
     // Sends bytes to the tool, as the receiver would. True when all of them were written.
     bool Send(const std::string& bytes);
@@ -38,17 +40,8 @@ public:
     // is an open port.
     bool WaitForSlaveInput(int timeoutMs);
 
-    // The line's current rate as set by the tool (115200 for B115200), or -1 for any speed
-    // outside 50 to 230400 or when it cannot be read.
-    int SlaveBaud() const;
-
-    // Closes the master: the tool's side sees the line hang up.
-    void HangUp();
-
 private:
-    int m_master = -1;
-    int m_slaveKeeper = -1;
-    std::string m_slavePath;
+    GnssSim::Pty m_line;
 };
 
 #endif
