@@ -10,21 +10,17 @@ struct ProcessResult {
     std::string err;
 };
 
-// Runs a program of this build under the given name (its argv[0]) with arguments and collects
-// what it printed. On a cross build the program is started through the build's emulator
-// (qemu-arm), which is what it needs to run.
-ProcessResult RunBuiltProgram(const std::string& program, const std::string& name,
-                              const std::vector<std::string>& arguments);
-
 // Variables added to a program's environment, each as "NAME=VALUE".
 using ProgramEnvironment = std::vector<std::string>;
 
-// As above, with variables added to the program's environment alone. On a cross build they are
+// Runs a program of this build under the given name (its argv[0]) with arguments and variables
+// added to its environment, and collects what it printed. On a cross build the program is started
+// through the build's emulator (qemu-arm), which is what it needs to run, and the variables are
 // handed to the program through the emulator's -E, not set for the emulator: the host's loader
 // would act on an LD_PRELOAD of an ARM library, and fail.
 ProcessResult RunBuiltProgram(const std::string& program, const std::string& name,
                               const std::vector<std::string>& arguments,
-                              const ProgramEnvironment& environment);
+                              const ProgramEnvironment& environment = {});
 
 // The command line that starts a program of this build with arguments and added variables, for
 // another program to start (gnss-sim runs its command so): through the emulator on a cross build,
