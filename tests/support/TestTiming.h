@@ -5,10 +5,8 @@
 // and several times more under qemu-arm, where every system call goes through the emulator. It is
 // added to upper bounds only; a wait that ends early is always a fault.
 #ifdef GNSS_TEST_UNDER_EMULATOR
-constexpr bool kUnderEmulator = true;
 constexpr long kSchedulingSlackMs = 1500;
 #else
-constexpr bool kUnderEmulator = false;
 constexpr long kSchedulingSlackMs = 400;
 #endif
 
