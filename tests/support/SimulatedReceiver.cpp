@@ -14,46 +14,26 @@ GnssSim::SimOptions TestReceiverOptions(const std::string& receiver,
     return options;
 }
 
-SimulatedReceiver::SimulatedReceiver(const GnssSim::SimOptions& options)
-    : m_sim(std::make_unique<GnssSim::Simulator>(options))
+SimulatedReceiver::SimulatedReceiver(const GnssSim::SimOptions& options) : m_sim(options)
 {
     std::string error;
-    if (!m_sim->Start(error)) {
+    if (!m_sim.Start(error)) {
         throw std::runtime_error("simulator: " + error);
     }
 }
 
-SimulatedReceiver::SimulatedReceiver(const std::string& receiver)
-    : SimulatedReceiver(TestReceiverOptions(receiver))
-{
-}
-
-SimulatedReceiver::~SimulatedReceiver()
-{
-    // The port's destructor leaves the descriptor open, as the tool's ports always have.
-    if (m_port) {
-        m_port->Close();
-    }
-    m_sim->Stop();
-}
-
-std::string SimulatedReceiver::LinePath() const
-{
-    return m_sim->SlavePath();
-}
-
 PathComPort& SimulatedReceiver::OpenPort(int baud)
 {
-    m_port = std::make_unique<PathComPort>(m_sim->SlavePath());
+    m_port.emplace(m_sim.SlavePath());
     m_port->SetBaudRate(baud);
     if (m_port->Open() != 0) {
-        throw std::runtime_error("cannot open " + m_sim->SlavePath());
+        throw std::runtime_error("cannot open " + m_sim.SlavePath());
     }
     return *m_port;
 }
 
 std::vector<std::string> SimulatedReceiver::Heard(bool includeEmpty)
 {
-    EXPECT_TRUE(m_sim->WaitForQuiet()) << "the receiver did not go quiet";
-    return m_sim->HeardLines(includeEmpty);
+    EXPECT_TRUE(m_sim.WaitForQuiet()) << "the receiver did not go quiet";
+    return m_sim.HeardLines(includeEmpty);
 }

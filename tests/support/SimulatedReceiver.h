@@ -1,7 +1,7 @@
 #ifndef GNSS_TESTS_SUPPORT_SIMULATEDRECEIVER_H
 #define GNSS_TESTS_SUPPORT_SIMULATEDRECEIVER_H
 
-#include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -26,14 +26,16 @@ class SimulatedReceiver {
 public:
     // Throws std::runtime_error when the simulator cannot start.
     explicit SimulatedReceiver(const GnssSim::SimOptions& options);
-    explicit SimulatedReceiver(const std::string& receiver);
-    ~SimulatedReceiver();
+    explicit SimulatedReceiver(const std::string& receiver)
+        : SimulatedReceiver(TestReceiverOptions(receiver)) {}
+    // The port's destructor leaves the descriptor open, as the tool's ports always have.
+    ~SimulatedReceiver() { if (m_port) m_port->Close(); }
     SimulatedReceiver(const SimulatedReceiver&) = delete;
     SimulatedReceiver& operator=(const SimulatedReceiver&) = delete;
 
-    GnssSim::Simulator& Sim() { return *m_sim; }
+    GnssSim::Simulator& Sim() { return m_sim; }
     // The line's own path, for a port the test makes itself.
-    std::string LinePath() const;
+    std::string LinePath() const { return m_sim.SlavePath(); }
 
     // Opens the tool's port on the line at baud; throws std::runtime_error when it cannot.
     PathComPort& OpenPort(int baud = kConsoleBaud);
@@ -45,8 +47,8 @@ public:
     std::vector<std::string> Heard(bool includeEmpty = false);
 
 private:
-    std::unique_ptr<GnssSim::Simulator> m_sim;
-    std::unique_ptr<PathComPort> m_port;
+    GnssSim::Simulator m_sim;  // stops serving when destroyed, after the port was closed
+    std::optional<PathComPort> m_port;
 };
 
 #endif
