@@ -59,18 +59,9 @@ PseudoTerminal::PseudoTerminal()
 
 bool PseudoTerminal::Send(const std::string& bytes)
 {
-    std::size_t sent = 0;
-    while (sent < bytes.size()) {
-        const ssize_t written = write(m_line.MasterFd(), bytes.data() + sent, bytes.size() - sent);
-        if (written == -1 && errno == EINTR) {
-            continue;
-        }
-        if (written <= 0) {
-            return false;
-        }
-        sent += static_cast<std::size_t>(written);
-    }
-    return true;
+    // A blocking write to a terminal returns once all of it is queued.
+    return write(m_line.MasterFd(), bytes.data(), bytes.size()) ==
+           static_cast<ssize_t>(bytes.size());
 }
 
 std::string PseudoTerminal::Receive(std::size_t count, int timeoutMs)
