@@ -1,6 +1,6 @@
 #include "tests/support/ProcessRunner.h"
 
-#include <poll.h>
+#include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -30,28 +30,17 @@ std::vector<std::string> EmulatorCommand(const std::string& program, const std::
     return command;
 }
 
-// Reads both pipes until the child closes them; poll sleeps until either has data.
-void CollectOutput(int outFd, int errFd, ProcessResult& result)
+// Everything the program wrote to fd, one of its outputs.
+std::string WrittenTo(int fd)
 {
-    pollfd fds[2] = {{outFd, POLLIN, 0}, {errFd, POLLIN, 0}};
-    std::string* sinks[2] = {&result.out, &result.err};
-    while (fds[0].fd >= 0 || fds[1].fd >= 0) {
-        if (poll(fds, 2, -1) < 0) {
-            continue;
-        }
-        for (int i = 0; i < 2; ++i) {
-            if (fds[i].revents == 0) {
-                continue;
-            }
-            char buffer[4096];
-            const ssize_t n = read(fds[i].fd, buffer, sizeof buffer);
-            if (n > 0) {
-                sinks[i]->append(buffer, static_cast<size_t>(n));
-            } else {
-                fds[i].fd = -1;
-            }
-        }
+    std::string text;
+    char buffer[4096];
+    lseek(fd, 0, SEEK_SET);
+    for (ssize_t n = 0; (n = read(fd, buffer, sizeof buffer)) > 0;) {
+        text.append(buffer, static_cast<std::size_t>(n));
     }
+    close(fd);
+    return text;
 }
 
 }  // namespace
@@ -67,41 +56,36 @@ ProcessResult RunBuiltProgram(const std::string& program, const std::string& nam
         command.push_back(name);
     }
     command.insert(command.end(), arguments.begin(), arguments.end());
-
-    int outPipe[2];
-    int errPipe[2];
-    ProcessResult result;
-    if (pipe(outPipe) != 0 || pipe(errPipe) != 0) {
-        return result;
+    std::vector<char*> argv;
+    for (const std::string& part : command) {
+        argv.push_back(const_cast<char*>(part.c_str()));
     }
-    const pid_t child = fork();
+    argv.push_back(nullptr);
+
+    // The outputs are files in memory rather than pipes, so nothing has to be read while the
+    // program runs.
+    const int out = memfd_create("stdout", MFD_CLOEXEC);
+    const int err = memfd_create("stderr", MFD_CLOEXEC);
+    const pid_t child = out < 0 || err < 0 ? -1 : fork();
     if (child == 0) {
-        dup2(outPipe[1], STDOUT_FILENO);
-        dup2(errPipe[1], STDERR_FILENO);
-        close(outPipe[0]);
-        close(errPipe[0]);
-        std::vector<char*> argv;
-        for (const std::string& part : command) {
-            argv.push_back(const_cast<char*>(part.c_str()));
-        }
-        argv.push_back(nullptr);
+        dup2(out, STDOUT_FILENO);
+        dup2(err, STDERR_FILENO);
         // Natively the variables are the program's own; the emulator's command passed them on.
-        for (const std::string& variable : environment) {
-            if (native) {
+        if (native) {
+            for (const std::string& variable : environment) {
                 putenv(const_cast<char*>(variable.c_str()));
             }
         }
         execvp(executable.c_str(), argv.data());
         _exit(127);
     }
-    close(outPipe[1]);
-    close(errPipe[1]);
-    CollectOutput(outPipe[0], errPipe[0], result);
-    close(outPipe[0]);
-    close(errPipe[0]);
+    ProcessResult result;
     int waitStatus = 0;
-    waitpid(child, &waitStatus, 0);
-    result.status = WIFEXITED(waitStatus) ? WEXITSTATUS(waitStatus) : 128 + WTERMSIG(waitStatus);
+    if (child > 0 && waitpid(child, &waitStatus, 0) == child) {
+        result.status = WIFEXITED(waitStatus) ? WEXITSTATUS(waitStatus) : 128 + WTERMSIG(waitStatus);
+    }
+    result.out = WrittenTo(out);
+    result.err = WrittenTo(err);
     return result;
 }
 
