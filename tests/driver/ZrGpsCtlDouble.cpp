@@ -1,67 +1,35 @@
 // Stands in for the console's kernel GPS driver on a build machine, where /dev/zrgps_ctl does not
 // exist. Preloaded into gnss-setup (or linked into a test), it lets opens of the control device
-// succeed and writes every request made on them, with its argument, to the file named by
-// ZRGPS_CTL_RECORD. Without that variable the device stays missing. Everything else passes
-// through to the C library.
+// succeed while ZRGPS_CTL_RECORD names a file, and writes every open and every request made on
+// them, with its argument, to that file. Without the variable the device stays missing.
+// Everything else passes through to the C library.
 //
 // The request numbers are written out here on purpose, apart from the tool's own: a wrong number
 // in the tool shows up as an unknown request in the record.
 
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <sys/stat.h>
 
 #include <cstdarg>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <mutex>
-#include <set>
 #include <string>
 
 namespace {
 
-constexpr const char* kControlDevice = "/dev/zrgps_ctl";
 constexpr int kTextBufferSize = 60;
 
-struct KnownRequest {
-    unsigned long number;
-    const char* name;
-    bool carriesText;
-};
-
-constexpr KnownRequest kKnownRequests[] = {
-    {0x403CBC6DUL, "ZRGPS_IOCS_SET_RECEIVER_VER", true},
-    {0x0000BC6CUL, "ZRGPS_IOCT_SET_RECEIVER_TYPE", false},
-    {0x403CBC70UL, "ZRGPS_IOCS_SET_RECEIVER_MODEL", true},
-    {0x403CBC71UL, "ZRGPS_IOCS_SET_EXTENDED_VER", true},
-};
-
-std::mutex g_lock;
-std::set<int> g_controlFds;
-
-using OpenFunction = int (*)(const char*, int, ...);
-using IoctlFunction = int (*)(int, unsigned long, ...);
-using CloseFunction = int (*)(int);
-
-template <typename Function>
-Function Real(const char* name)
+const char* RequestName(unsigned long request)
 {
-    return reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
-}
-
-const char* RecordPath()
-{
-    return getenv("ZRGPS_CTL_RECORD");
-}
-
-void Record(const std::string& line)
-{
-    FILE* file = fopen(RecordPath(), "a");
-    if (file != nullptr) {
-        fputs(line.c_str(), file);
-        fputc('\n', file);
-        fclose(file);
+    switch (request) {
+    case 0x403CBC6DUL: return "ZRGPS_IOCS_SET_RECEIVER_VER";
+    case 0x403CBC71UL: return "ZRGPS_IOCS_SET_EXTENDED_VER";
+    case 0x403CBC70UL: return "ZRGPS_IOCS_SET_RECEIVER_MODEL";
+    case 0x0000BC6CUL: return "ZRGPS_IOCT_SET_RECEIVER_TYPE";  // the one passed by value
+    default: return nullptr;
     }
 }
 
@@ -69,113 +37,76 @@ void Record(const std::string& line)
 std::string QuotedText(const char* buffer)
 {
     std::string text = "\"";
-    for (const char* c = buffer; c < buffer + kTextBufferSize && *c != '\0'; ++c) {
-        const auto byte = static_cast<unsigned char>(*c);
-        if (byte >= 0x20 && byte < 0x7F && byte != '"' && byte != '\\') {
-            text += *c;
-        } else {
-            char escaped[8];
-            snprintf(escaped, sizeof escaped, "\\x%02X", byte);
-            text += escaped;
-        }
+    for (int i = 0; i < kTextBufferSize && buffer[i] != '\0'; ++i) {
+        const auto byte = static_cast<unsigned char>(buffer[i]);
+        const bool plain = byte >= 0x20 && byte < 0x7F && byte != '"' && byte != '\\';
+        char shown[8];
+        snprintf(shown, sizeof shown, plain ? "%c" : "\\x%02X", byte);
+        text += shown;
     }
-    return text + "\"";
+    return text + (buffer[kTextBufferSize - 1] == '\0' ? "\"" : "\" (byte 59 not NUL)");
 }
 
-std::string Describe(unsigned long request, uintptr_t argument)
+// An opened control device is the record itself, opened for appending, so a request is one on
+// the control device when its descriptor is that file, and a closed one needs no bookkeeping.
+bool IsControlDevice(int fd)
 {
-    for (const KnownRequest& known : kKnownRequests) {
-        if (known.number != request) {
-            continue;
-        }
-        if (!known.carriesText) {
-            return std::string(known.name) + " " + std::to_string(static_cast<int>(argument));
-        }
-        const char* buffer = reinterpret_cast<const char*>(argument);
-        return std::string(known.name) + " " + QuotedText(buffer) +
-               (buffer[kTextBufferSize - 1] == '\0' ? "" : " (byte 59 not NUL)");
-    }
-    char unknown[64];
-    snprintf(unknown, sizeof unknown, "unknown request 0x%08lX", request);
-    return unknown;
-}
-
-bool IsControlDevice(const char* path)
-{
-    return path != nullptr && strcmp(path, kControlDevice) == 0 && RecordPath() != nullptr;
-}
-
-int OpenControlDouble(int flags)
-{
-    const int fd = Real<OpenFunction>("open")("/dev/null", O_RDWR);
-    if (fd >= 0) {
-        const std::lock_guard<std::mutex> guard(g_lock);
-        g_controlFds.insert(fd);
-        Record(std::string("open ") + ((flags & O_ACCMODE) == O_RDWR ? "O_RDWR" : "not O_RDWR"));
-    }
-    return fd;
-}
-
-int OpenThrough(const char* name, const char* path, int flags, va_list args)
-{
-    mode_t mode = 0;
-    if ((flags & O_CREAT) != 0) {
-        mode = static_cast<mode_t>(va_arg(args, int));
-    }
-    if (IsControlDevice(path)) {
-        return OpenControlDouble(flags);
-    }
-    return Real<OpenFunction>(name)(path, flags, mode);
-}
-
-bool IsControlFd(int fd)
-{
-    const std::lock_guard<std::mutex> guard(g_lock);
-    return g_controlFds.count(fd) > 0;
+    const char* record = getenv("ZRGPS_CTL_RECORD");
+    struct stat opened {};
+    struct stat recorded {};
+    return record != nullptr && fstat(fd, &opened) == 0 && stat(record, &recorded) == 0 &&
+           opened.st_dev == recorded.st_dev && opened.st_ino == recorded.st_ino;
 }
 
 }  // namespace
 
 extern "C" {
 
+// open64 is the same function under the name that a build with 64-bit file offsets calls; both
+// pass through to the C library's open64, which differs from open only in allowing large files.
 int open(const char* path, int flags, ...)
 {
-    va_list args;
-    va_start(args, flags);
-    const int fd = OpenThrough("open", path, flags, args);
-    va_end(args);
+    mode_t mode = 0;
+    if ((flags & O_CREAT) != 0) {
+        va_list args;
+        va_start(args, flags);
+        mode = static_cast<mode_t>(va_arg(args, int));
+        va_end(args);
+    }
+    using Open = int (*)(const char*, int, ...);
+    const auto realOpen = reinterpret_cast<Open>(dlsym(RTLD_NEXT, "open64"));
+    const char* record = getenv("ZRGPS_CTL_RECORD");
+    if (record == nullptr || strcmp(path, "/dev/zrgps_ctl") != 0) {
+        return realOpen(path, flags, mode);
+    }
+    const int fd = realOpen(record, O_WRONLY | O_APPEND | O_CREAT, 0644);
+    if (fd >= 0) {
+        dprintf(fd, "open %s\n", (flags & O_ACCMODE) == O_RDWR ? "O_RDWR" : "not O_RDWR");
+    }
     return fd;
 }
 
-int open64(const char* path, int flags, ...)
-{
-    va_list args;
-    va_start(args, flags);
-    const int fd = OpenThrough("open64", path, flags, args);
-    va_end(args);
-    return fd;
-}
+int open64(const char* path, int flags, ...) __attribute__((alias("open")));
 
 int ioctl(int fd, unsigned long request, ...)
 {
     va_list args;
     va_start(args, request);
-    const auto argument = reinterpret_cast<uintptr_t>(va_arg(args, void*));
+    void* const argument = va_arg(args, void*);
     va_end(args);
-    if (IsControlFd(fd)) {
-        Record("ioctl " + Describe(request, argument));
-        return 0;
+    if (!IsControlDevice(fd)) {
+        using Ioctl = int (*)(int, unsigned long, ...);
+        return reinterpret_cast<Ioctl>(dlsym(RTLD_NEXT, "ioctl"))(fd, request, argument);
     }
-    return Real<IoctlFunction>("ioctl")(fd, request, argument);
-}
-
-int close(int fd)
-{
-    {
-        const std::lock_guard<std::mutex> guard(g_lock);
-        g_controlFds.erase(fd);
+    const char* name = RequestName(request);
+    if (name == nullptr) {
+        dprintf(fd, "ioctl unknown request 0x%08lX\n", request);
+    } else if (request == 0x0000BC6CUL) {
+        dprintf(fd, "ioctl %s %d\n", name, static_cast<int>(reinterpret_cast<intptr_t>(argument)));
+    } else {
+        dprintf(fd, "ioctl %s %s\n", name, QuotedText(static_cast<const char*>(argument)).c_str());
     }
-    return Real<CloseFunction>("close")(fd);
+    return 0;
 }
 
 }  // extern "C"
