@@ -12,11 +12,3 @@ TEST(SleepAndStopwatch, SleepLastsAtLeastItsTimeAndTheStopwatchSeesIt)
     EXPECT_LT(elapsed, 80);
     EXPECT_NEAR(stopwatch.ElapsedSeconds(), elapsed / 1000.0, 0.002);
 }
-
-TEST(SleepAndStopwatch, RestartStartsAgain)
-{
-    Stopwatch stopwatch;
-    SleepMs(20);
-    stopwatch.Restart();
-    EXPECT_LT(stopwatch.ElapsedMs(), 10);
-}
