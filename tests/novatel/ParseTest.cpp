@@ -1,5 +1,4 @@
 #include "receivers/ReceiverType.h"
-#include "receivers/novatel/COEMStar.h"
 #include "receivers/novatel/LogReplies.h"
 #include "receivers/novatel/VersionLog.h"
 
@@ -66,9 +65,6 @@ TEST(VersionLine, GivesRecordFirmwarePackageAndGeneration)
         EXPECT_EQ(c.package, ExtendedVersionFromLine(c.line)) << c.line;
         EXPECT_EQ(c.type, ClassifyVersionLine(c.line)) << c.line;
     }
-    // The OEM-StarG configurer takes an OEM-Star receiver too, not the other way round.
-    EXPECT_TRUE(COEMStar::MatchesReceiverType(OemStar, true));
-    EXPECT_FALSE(COEMStar::MatchesReceiverType(OemStarG, false));
 }
 
 TEST(ListReplies, ChannelConfigurationInUseAndValidModelsAsFarAsCountAndFieldsGo)
