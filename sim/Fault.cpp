@@ -28,6 +28,7 @@ const char* KindName(FaultKind kind)
     case FaultKind::NoiseBetweenLines: return "noise between lines";
     case FaultKind::HangUpAfterBytes: return "hang-up after bytes sent";
     case FaultKind::StartAtBaud: return "start at baud";
+    case FaultKind::NmeaFlood: return "NMEA sentences a second, unasked";
     }
     return "fault";
 }
@@ -35,7 +36,7 @@ const char* KindName(FaultKind kind)
 bool IsLineWide(FaultKind kind)
 {
     return kind == FaultKind::NoiseBetweenLines || kind == FaultKind::HangUpAfterBytes ||
-           kind == FaultKind::StartAtBaud;
+           kind == FaultKind::StartAtBaud || kind == FaultKind::NmeaFlood;
 }
 
 }
@@ -88,6 +89,11 @@ Fault Fault::HangUpAfterBytes(long bytes)
 Fault Fault::StartAtBaud(long baud)
 {
     return Make(FaultKind::StartAtBaud, "", baud);
+}
+
+Fault Fault::NmeaFlood(long perSecond)
+{
+    return Make(FaultKind::NmeaFlood, "", perSecond);
 }
 
 bool Fault::AppliesTo(const std::string& heardLine) const

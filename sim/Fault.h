@@ -17,6 +17,7 @@ enum class FaultKind {
     NoiseBetweenLines,    // `value` garbled bytes before every line the receiver starts
     HangUpAfterBytes,     // the line drops once the receiver has sent `value` bytes
     StartAtBaud,          // the receiver starts at `value` baud instead of its start-up speed
+    NmeaFlood,            // GGA and RMC sentences `value` times a second, unasked, from the start
 };
 
 // One fault. The answer faults name the command they apply to. A command pattern is compared
@@ -39,6 +40,7 @@ struct Fault {
     static Fault NoiseBetweenLines(long bytes);
     static Fault HangUpAfterBytes(long bytes);
     static Fault StartAtBaud(long baud);
+    static Fault NmeaFlood(long perSecond);
 
     // Longer than the 999 characters that the tool reads into one line, so it fills its buffer.
     static const long kDefaultLongLine = 1200;

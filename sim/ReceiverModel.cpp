@@ -1,6 +1,7 @@
 #include "sim/ReceiverModel.h"
 
 #include "sim/HeardRecord.h"
+#include "sim/NmeaSentences.h"
 #include "sim/Pty.h"
 #include "sim/Transmitter.h"
 #include "sim/WireLog.h"
@@ -14,6 +15,9 @@ namespace {
 // A split answer is cut this many characters into its text, inside its first word, so that the
 // reader has to join the two parts to recognise it ("<O" + "K", "$>" + "JAPP").
 const std::size_t kSplitOffset = 2;
+
+// What a receiver set to a high navigation rate pours out unasked: position and recommended minimum.
+const char* const kFloodSentences[] = {"GPGGA", "GPRMC"};
 
 // The filler of an over-long line is printable: only its length is at fault.
 const char kFillerPattern[] = "0123456789ABCDEF";
@@ -48,6 +52,7 @@ ReceiverModel::ReceiverModel(const ReceiverSetup& setup, ReceiverLine& line)
         m_state.baud = setup.initialBaud;
     }
     m_schedule.Follow(m_state.logs, setup.start);
+    FollowFlood(setup.start);
 }
 
 void ReceiverModel::Receive(const std::string& bytes, int lineBaud, TimePoint now)
@@ -81,6 +86,7 @@ void ReceiverModel::OnTime(TimePoint now)
 {
     m_now = now;
     FinishRestartIfDue(now);
+    FollowFlood(now);
     if (!IsRestarting()) {
         SendStreamedLogs();
     }
@@ -88,7 +94,7 @@ void ReceiverModel::OnTime(TimePoint now)
 
 TimePoint ReceiverModel::NextTimer() const
 {
-    return IsRestarting() ? m_restartingUntil : m_schedule.NextDue();
+    return IsRestarting() ? m_restartingUntil : std::min(m_schedule.NextDue(), m_flood.NextDue());
 }
 
 void ReceiverModel::SetState(const ReceiverState& state, TimePoint now)
@@ -174,6 +180,23 @@ void ReceiverModel::SendStreamedLogs()
         const std::string text = LogOutput(name);
         m_line.transmitter.Queue(OutputItem{text, m_state.baud, "log " + name, m_now, false}, m_now);
     }
+    for (const std::string& name : m_flood.TakeDue(m_now)) {
+        const std::string text = NmeaSentencesFor(name, std::chrono::duration<double>(m_now - m_setup.start).count());
+        m_line.transmitter.Queue(OutputItem{text, m_state.baud, "flood " + name, m_now, false}, m_now);
+    }
+}
+
+// The flood follows the fault list, which a test may change while the receiver runs.
+void ReceiverModel::FollowFlood(TimePoint now)
+{
+    const long perSecond = LineFaultValue(m_line.faults, FaultKind::NmeaFlood, 0);
+    std::map<std::string, double> sentences;
+    if (perSecond > 0) {
+        for (const char* name : kFloodSentences) {
+            sentences[name] = 1.0 / static_cast<double>(perSecond);
+        }
+    }
+    m_flood.Follow(sentences, now);
 }
 
 void ReceiverModel::ChangeBaud(int baud)

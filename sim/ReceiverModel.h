@@ -81,6 +81,7 @@ protected:
 private:
     void FinishRestartIfDue(TimePoint now);
     void SendStreamedLogs();
+    void FollowFlood(TimePoint now);
     std::string InjectAnswerFaults(const std::string& heardLine, const std::string& answer) const;
     void QueueSplitOrWhole(const std::string& heardLine, const std::string& text, std::size_t answerStart,
                            TimePoint notBefore, const std::string& meaning);
@@ -90,6 +91,8 @@ private:
     ReceiverState m_state;
     std::optional<ReceiverState> m_saved;
     OutputSchedule m_schedule;
+    // The sentences of an NMEA flood fault, sent whatever the receiver was told to log.
+    OutputSchedule m_flood;
     TimePoint m_restartingUntil = Never();
     TimePoint m_now;
     int m_lineBaud = 0;

@@ -16,7 +16,7 @@ const char* const kValueOptions[] = {
     "--component-type", "--model", "--psn", "--hw-version", "--sw-version", "--boot-version", "--package-version",
     "--link", "--log", "--heard", "--seed", "--no-answer", "--delay", "--split", "--nul-in", "--nul-before",
     "--long-line-in", "--long-line-before", "--long-line-length", "--noise-between", "--hang-up-after",
-    "--start-baud",
+    "--start-baud", "--nmea-flood",
 };
 
 enum class Taken { No, Yes, Bad };
@@ -155,7 +155,7 @@ Taken ApplyLineFault(const std::string& name, const std::string& value, FaultOpt
 {
     long number = 0;
     if (name != "--noise-between" && name != "--hang-up-after" && name != "--start-baud" &&
-        name != "--long-line-length") {
+        name != "--nmea-flood" && name != "--long-line-length") {
         return Taken::No;
     }
     if (!ReadNumber(name, value, number, error)) {
@@ -167,6 +167,8 @@ Taken ApplyLineFault(const std::string& name, const std::string& value, FaultOpt
         faults.faults.push_back(Fault::HangUpAfterBytes(number));
     } else if (name == "--start-baud") {
         faults.faults.push_back(Fault::StartAtBaud(number));
+    } else if (name == "--nmea-flood") {
+        faults.faults.push_back(Fault::NmeaFlood(number));
     } else {
         faults.longLineLength = number;
     }
@@ -363,6 +365,7 @@ std::string SimUsage()
            "  --noise-between N        N garbled bytes before every line the receiver starts\n"
            "  --hang-up-after N        drop the line once the receiver has sent N bytes\n"
            "  --start-baud N           start at N baud instead of the start-up speed (until a reset)\n"
+           "  --nmea-flood HZ          GGA and RMC sentences HZ times a second, unasked, from the start\n"
            "\n"
            "  --help                   this text\n";
 }

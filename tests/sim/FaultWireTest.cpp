@@ -84,3 +84,23 @@ TEST(FaultWire, EachFaultChangesExactlyTheAnswerItNames)
         EXPECT_EQ(receiver.Sim().ReceiverBaud(), kConsoleBaud) << "a silenced command is not carried out";
     }
 }
+
+TEST(FaultWire, AnNmeaFloodPoursSentencesUnaskedAndAnswersStillGetThrough)
+{
+    SimulatedReceiver receiver(TestReceiverOptions("csi", {Fault::NmeaFlood(20)}));
+    PathComPort& port = receiver.OpenPort();
+    const std::string unasked = ReadFor(port, 500);
+    const auto count = [&unasked](const std::string& what) {
+        std::size_t found = 0;
+        for (std::size_t at = unasked.find(what); at != std::string::npos; at = unasked.find(what, at + 1)) {
+            ++found;
+        }
+        return found;
+    };
+    // 20 a second for half a second, give or take the one due at the edge.
+    EXPECT_GE(count("$GPGGA,"), 9u) << EscapeBytes(unasked);
+    EXPECT_LE(count("$GPGGA,"), 11u) << EscapeBytes(unasked);
+    EXPECT_EQ(count("$GPRMC,"), count("$GPGGA,"));
+    Send(port, "$JAPP\r\n");
+    EXPECT_NE(ReadFor(port, kReplyMs, "$>JAPP,WAAS,DIFF\r\n").find("$>JAPP,WAAS,DIFF\r\n"), std::string::npos);
+}
