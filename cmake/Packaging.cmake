@@ -72,10 +72,11 @@ if(NOT CMAKE_CROSSCOMPILING)
 else()
     # The cross libraries belong to the *-armhf-cross packages, whose shared-library data names
     # those packages (or "libc6:armhf" without a symbols file), not what the console installs, so
-    # dpkg-shlibdeps cannot be used. The minimum versions are those of the newest symbol versions
-    # that the programs need from the Debian 12 cross toolchain (GLIBC_2.34, GLIBCXX_3.4.30 and,
-    # on ARM, GCC_3.5 for the unwinder); scripts/package checks them against the binaries.
-    set(CPACK_DEBIAN_PACKAGE_DEPENDS "libc6 (>= 2.34), libgcc-s1 (>= 3.5), libstdc++6 (>= 12)")
+    # dpkg-shlibdeps cannot be used. The minimum versions are those that introduced the newest
+    # symbol versions the programs need from the Debian 12 cross toolchain: GLIBC_2.34,
+    # GLIBCXX_3.4.29 (GCC 11) and, on ARM, GCC_3.5 for the unwinder. scripts/package checks them
+    # against the binaries.
+    set(CPACK_DEBIAN_PACKAGE_DEPENDS "libc6 (>= 2.34), libgcc-s1 (>= 3.5), libstdc++6 (>= 11)")
 endif()
 
 include(CPack)
