@@ -56,8 +56,9 @@ function(gnss_debian_architecture result)
     execute_process(COMMAND ${query}
         OUTPUT_VARIABLE architecture ERROR_QUIET OUTPUT_STRIP_TRAILING_WHITESPACE RESULT_VARIABLE failed)
     if(failed OR architecture STREQUAL "")
-        message(WARNING "dpkg-architecture (from dpkg-dev) cannot name the Debian architecture; "
-                        "cpack will not make packages (./scripts/install-deps --package)")
+        # Only packaging needs it; the other builds should not hear of it at every configure.
+        message(STATUS "dpkg-architecture (dpkg-dev) is missing: no Debian packages from this build "
+                       "(./scripts/install-deps --package)")
         set(architecture "")
     endif()
     set(${result} "${architecture}" PARENT_SCOPE)
