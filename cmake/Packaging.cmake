@@ -9,7 +9,10 @@ set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME gnss-setup)
 set(CPACK_PACKAGE_VERSION "${PROJECT_VERSION}")
 set(CPACK_PACKAGE_VENDOR "gnss-setup developers")
-set(CPACK_DEBIAN_PACKAGE_MAINTAINER "gnss-setup developers <gnss-setup@localhost>")
+# Whoever ships the packages names themselves here (-DGNSS_PACKAGE_MAINTAINER="Name <address>").
+set(GNSS_PACKAGE_MAINTAINER "gnss-setup developers <gnss-setup@localhost>"
+    CACHE STRING "Maintainer field of the Debian packages")
+set(CPACK_DEBIAN_PACKAGE_MAINTAINER "${GNSS_PACKAGE_MAINTAINER}")
 # name_version_architecture.deb, as Debian names its own.
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
@@ -23,7 +26,7 @@ set(CPACK_COMPONENTS_ALL gnss-setup gnss-sim)
 set(CPACK_DEBIAN_GNSS-SETUP_PACKAGE_NAME gnss-setup)
 set(CPACK_DEBIAN_GNSS-SETUP_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_GNSS-SETUP_DESCRIPTION
-"finds, queries and configures the display console's GNSS receiver
+"set-up tool for the display console's GNSS receiver
 gnss-setup finds which GNSS receiver is attached to a serial port of the
 display console (NovAtel OEMV, OEM-Star, OEM6 and OEM7 receivers, CSI
 receivers and $PMCAG receivers), queries or configures it (satellite
