@@ -1,0 +1,291 @@
+// The fault matrix: the built gnss-setup in every mode, against every receiver family that gnss-sim
+// plays, under each fault gnss-sim can put on the line. A cell passes when the run ends with the
+// status and messages its mode allows for what the receiver looks like under the fault, the driver
+// is told the right type (or nothing), and the run ends within the longest its own waits allow
+// plus a tenth. The valgrind runs of the native build add: no memory error, no leak, and no
+// descriptor left open but the control device's, which the hand-over leaves to the process's end.
+// In the sanitizer build a sanitizer report fails the cell by its status and standard error.
+//
+// Each run has a /dev of its own (scripts/private-dev), so every cell links /dev/ttyO1 and the
+// cells run in parallel: `ctest -L faults -j 16`, or scripts/fault-matrix.
+#include <gtest/gtest.h>
+
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <fstream>
+#include <regex>
+#include <sstream>
+
+#include "tests/faults/MatrixCells.h"
+#include "tests/support/ProcessRunner.h"
+#include "util/Stopwatch.h"
+
+namespace {
+
+using FaultMatrix::Cell;
+using FaultMatrix::Expectation;
+
+// The console port every cell links; each run has its own /dev, so they never meet.
+const char kPort[] = "/dev/ttyO1";
+
+// What a run may take beyond its waits: making its /dev, starting the simulator, the tool and
+// their libraries, and the sanitizer run-time where there is one, on a machine that runs two dozen
+// cells at once (half of them starting valgrind) on two cores.
+constexpr long kStartAllowanceMs = 2500;
+constexpr double kTimeShare = 1.10;
+
+// A restart of the simulated receiver after "reset": short, since the receiver's own boot time is
+// no wait of the tool's.
+const char kRestartMs[] = "300";
+
+// A mismatch is run once more before it counts: the simulator judges the speed of what the tool
+// wrote when it reads it, and on a machine loaded with sixteen cells it can read late, after the
+// tool changed speed. A real fault shows in both runs.
+constexpr int kAttempts = 2;
+
+enum class Runner { Direct, Valgrind };
+
+struct Param {
+    Cell cell;
+    Runner runner;
+};
+
+std::string ReadFile(const std::string& path)
+{
+    std::ostringstream text;
+    text << std::ifstream(path, std::ios::binary).rdbuf();
+    return text.str();
+}
+
+std::string Printable(const std::string& text)
+{
+    std::string shown;
+    for (const char c : text) {
+        shown += c == '\r' ? std::string("\\r") : c == '\t' ? std::string("\\t") : std::string(1, c);
+    }
+    return shown;
+}
+
+// Whether runs can have a /dev of their own here (root, and mount namespaces allowed).
+bool PrivateDevWorks()
+{
+    static const bool works = RunBuiltProgram(GNSS_PRIVATE_DEV, "private-dev", {"true"}).status == 0;
+    return works;
+}
+
+std::vector<std::string> ValgrindCommand(const std::string& log)
+{
+    return {"valgrind",
+            "--log-file=" + log,
+            "--leak-check=full",
+            "--show-leak-kinds=definite,indirect,possible",
+            "--errors-for-leak-kinds=definite,indirect,possible",
+            "--track-fds=yes"};
+}
+
+struct RunResult {
+    ProcessResult result;
+    long elapsedMs = 0;
+    std::string driverRecord;
+    std::string valgrindLog;
+};
+
+RunResult RunCell(const Param& param, const std::string& scratch)
+{
+    const Cell& cell = param.cell;
+    for (const char* file : {"heard.txt", "driver.txt", "wire.log", "valgrind.txt"}) {
+        unlink((scratch + file).c_str());
+    }
+    // In the sanitizer build the double is loaded ahead of the sanitizer run-time, which otherwise
+    // refuses to start; elsewhere nothing reads the variable.
+    const char* given = std::getenv("ASAN_OPTIONS");
+    const ProgramEnvironment environment = {
+        std::string("LD_PRELOAD=") + ZRGPS_CTL_DOUBLE, "ZRGPS_CTL_RECORD=" + scratch + "driver.txt",
+        "ASAN_OPTIONS=" + std::string(given != nullptr ? given : "") + ":verify_asan_link_order=0"};
+    std::vector<std::string> arguments = cell.mode.arguments;
+    arguments.push_back(kPort);
+
+    std::vector<std::string> command = {GNSS_SIM_PROGRAM, "--quiet", "--receiver", cell.family.receiver,
+                                        "--restart-ms", kRestartMs};
+    for (const std::string& option : cell.fault.options(cell.family)) {
+        command.push_back(option);
+    }
+    command.insert(command.end(), {"--link", kPort, "--heard", scratch + "heard.txt", "--log", scratch + "wire.log",
+                                   "--", "env"});
+    command.insert(command.end(), environment.begin(), environment.end());
+    if (param.runner == Runner::Valgrind) {
+        for (const std::string& word : ValgrindCommand(scratch + "valgrind.txt")) {
+            command.push_back(word);
+        }
+    }
+    command.push_back(GNSS_SETUP_PROGRAM);
+    command.insert(command.end(), arguments.begin(), arguments.end());
+
+    RunResult run;
+    const Stopwatch clock;
+    run.result = RunBuiltProgram(GNSS_PRIVATE_DEV, "private-dev", command);
+    run.elapsedMs = clock.ElapsedMs();
+    run.driverRecord = ReadFile(scratch + "driver.txt");
+    run.valgrindLog = ReadFile(scratch + "valgrind.txt");
+    std::ofstream(scratch + "stdout.txt", std::ios::binary) << run.result.out;
+    std::ofstream(scratch + "stderr.txt", std::ios::binary) << run.result.err;
+    std::ofstream(scratch + "status.txt") << run.result.status << "\n";
+    return run;
+}
+
+// The type number of the last type request in the double's record, or -1 without one.
+int DriverTypeTold(const std::string& record)
+{
+    static const std::regex typeRequest(R"(ioctl ZRGPS_IOCT_SET_RECEIVER_TYPE (-?[0-9]+))");
+    int told = -1;
+    for (std::sregex_iterator it(record.begin(), record.end(), typeRequest), end; it != end; ++it) {
+        told = std::stoi((*it)[1]);
+    }
+    return told;
+}
+
+// Descriptors the tool left open at its end, from valgrind's list: not its three standard ones,
+// not those it was given, and not the control device's, which stay open until the process ends.
+std::vector<std::string> DescriptorsLeftOpen(const std::string& valgrindLog, const std::string& controlRecord)
+{
+    std::vector<std::string> left;
+    std::istringstream lines(valgrindLog);
+    std::string line;
+    std::string pending;
+    const auto settle = [&] {
+        if (!pending.empty() && pending.find(controlRecord) == std::string::npos) {
+            left.push_back(pending);
+        }
+        pending.clear();
+    };
+    while (std::getline(lines, line)) {
+        if (line.find("Open file descriptor") != std::string::npos) {
+            settle();
+            pending = line.substr(line.find("Open file descriptor"));
+        } else if (line.find("<inherited from parent>") != std::string::npos) {
+            pending.clear();
+        }
+    }
+    settle();
+    return left;
+}
+
+// Everything wrong with a run for a tool that ended up with the configurer, one line each.
+std::vector<std::string> Mismatches(const Param& param, FaultMatrix::Configurer seen, const RunResult& run,
+                                    const std::string& scratch)
+{
+    const Expectation expected = FaultMatrix::Expect(param.cell, seen, kPort);
+    std::vector<std::string> wrong;
+    if (expected.statuses.count(run.result.status) == 0) {
+        wrong.push_back("exit status " + std::to_string(run.result.status));
+    }
+    if (!std::regex_match(run.result.out, std::regex(expected.stdoutPattern))) {
+        wrong.push_back("standard output \"" + Printable(run.result.out) + "\" does not match \"" +
+                        Printable(expected.stdoutPattern) + "\"");
+    }
+    if (run.result.err != expected.stderrText) {
+        wrong.push_back("standard error \"" + Printable(run.result.err) + "\", not \"" +
+                        Printable(expected.stderrText) + "\"");
+    }
+    const int told = DriverTypeTold(run.driverRecord);
+    if (told != expected.driverType) {
+        wrong.push_back("the driver was told type " + std::to_string(told) + ", not " +
+                        std::to_string(expected.driverType));
+    }
+    if (param.runner == Runner::Direct) {
+        const long budgetMs = static_cast<long>(FaultMatrix::WorstCaseMs(param.cell, seen) * kTimeShare) + kStartAllowanceMs;
+        if (run.elapsedMs > budgetMs) {
+            wrong.push_back("took " + std::to_string(run.elapsedMs) + " ms, more than " + std::to_string(budgetMs) +
+                            " ms");
+        }
+    } else {
+        // Leaks count as errors too (see ValgrindCommand).
+        std::smatch summary;
+        if (!std::regex_search(run.valgrindLog, summary, std::regex(R"(ERROR SUMMARY: ([0-9]+) errors)"))) {
+            wrong.push_back("valgrind wrote no summary");
+        } else if (summary[1] != "0") {
+            wrong.push_back("valgrind found " + summary[1].str() + " errors; see " + scratch + "valgrind.txt");
+        }
+        // A run ended by a signal leaves its descriptors to the kernel by design.
+        if (run.result.status < 128) {
+            for (const std::string& open : DescriptorsLeftOpen(run.valgrindLog, scratch + "driver.txt")) {
+                wrong.push_back("left open: " + open);
+            }
+        }
+    }
+    return wrong;
+}
+
+// The cell's name, for gtest's listing, instead of the bytes of the parameter.
+void PrintTo(const Param& param, std::ostream* out)
+{
+    *out << param.cell.Name();
+}
+
+class Cells : public testing::TestWithParam<Param> {};
+
+TEST_P(Cells, EndAsTheirModeAllows)
+{
+    if (!PrivateDevWorks()) {
+        GTEST_SKIP() << "cannot give a run a /dev of its own here (scripts/private-dev needs root and mount "
+                        "namespaces), and the cells need /dev/ttyO1 each";
+    }
+    // The "$PMCAG" configuration ends the tool by SIGFPE, whose default action dumps core.
+    const rlimit noCoreFiles = {0, 0};
+    setrlimit(RLIMIT_CORE, &noCoreFiles);
+    const std::string name = GetParam().cell.Name() + (GetParam().runner == Runner::Valgrind ? "_valgrind" : "");
+    const std::string scratch = std::string(GNSS_FAULTS_SCRATCH) + "/" + name + "/";
+    mkdir(GNSS_FAULTS_SCRATCH, 0755);
+    mkdir(scratch.c_str(), 0755);
+
+    std::vector<std::string> wrong;
+    for (int attempt = 1; attempt <= kAttempts; ++attempt) {
+        const RunResult run = RunCell(GetParam(), scratch);
+        // Judged against each outcome the cell allows; what is wrong against the likeliest is shown.
+        const Param& param = GetParam();
+        const auto outcomes = FaultMatrix::SeenAs(param.cell.family, param.cell.fault, param.runner == Runner::Valgrind);
+        for (auto seen = outcomes.rbegin(); seen != outcomes.rend(); ++seen) {
+            wrong = Mismatches(param, *seen, run, scratch);
+            if (wrong.empty()) {
+                return;
+            }
+        }
+        std::cout << "Attempt " << attempt << " of " << name << " (" << run.elapsedMs << " ms):\n";
+        for (const std::string& line : wrong) {
+            std::cout << "  " << line << "\n";
+        }
+    }
+    for (const std::string& line : wrong) {
+        ADD_FAILURE() << line;
+    }
+    ADD_FAILURE() << "the last run's output, transcript, driver record and wire log are in " << scratch;
+}
+
+std::vector<Param> AllParams()
+{
+    std::vector<Param> params;
+    for (const Cell& cell : FaultMatrix::AllCells()) {
+        params.push_back(Param{cell, Runner::Direct});
+#ifdef GNSS_FAULTS_VALGRIND
+        params.push_back(Param{cell, Runner::Valgrind});
+#endif
+    }
+    return params;
+}
+
+std::string ParamName(const testing::TestParamInfo<Param>& info)
+{
+    std::string name = info.param.cell.Name() + (info.param.runner == Runner::Valgrind ? "_valgrind" : "");
+    for (char& c : name) {
+        if (c == '-') {
+            c = '_';
+        }
+    }
+    return name;
+}
+
+INSTANTIATE_TEST_SUITE_P(FaultMatrix, Cells, testing::ValuesIn(AllParams()), ParamName);
+
+}  // namespace
