@@ -42,7 +42,7 @@ namespace {
 constexpr double kAllowedOverrunMs = 30.0;
 constexpr double kAllowedOverrunShare = 0.02;
 constexpr double kAllowedCpuShare = 0.01;
-constexpr long kAllowedRssKb = 3 * 1024;
+constexpr long kAllowedRssKb = 3L * 1024;
 // A run with less waiting than this is mostly process start-up; its CPU share says nothing about
 // sleeping and is shown but not judged.
 constexpr long kCpuJudgedFromWaitsMs = 1000;
@@ -246,7 +246,7 @@ CellFigures Summarise(const std::vector<CellRun>& runs, std::size_t cell)
 std::string Fixed(double value, int decimals)
 {
     char text[32];
-    std::snprintf(text, sizeof text, "%.*f", decimals, value);
+    (void)std::snprintf(text, sizeof text, "%.*f", decimals, value);
     return text;
 }
 
@@ -312,12 +312,12 @@ void WriteTable(std::ostream& out, const std::vector<FigureCell>& cells,
 void WriteLegend(std::ostream& out, const std::vector<FigureCell>& cells)
 {
     std::vector<std::string> seen;
-    out << "The terms of the specified waits (ms):\n\n";
+    out << "The terms of the specified waits:\n\n";
     for (const FigureCell& cell : cells) {
         for (const WaitTerm& term : cell.waits) {
             if (std::find(seen.begin(), seen.end(), term.name) == seen.end()) {
                 seen.emplace_back(term.name);
-                out << "- " << term.ms << ": " << term.name << "\n";
+                out << "- " << term.name << " (" << term.ms << " ms): " << term.reason << ".\n";
             }
         }
     }
@@ -434,7 +434,7 @@ int main(int argc, char** argv)
 {
     FiguresOptions options;
     if (!ParseOptions(argc, argv, options)) {
-        std::fprintf(stderr, "usage: gnss_figures --build DIR --source DIR --markdown FILE --verdicts FILE "
+        (void)std::fprintf(stderr, "usage: gnss_figures --build DIR --source DIR --markdown FILE --verdicts FILE "
                              "[--runs DIR] [--jobs N] [--repeat N] [--only TEXT]\n");
         return 2;
     }
@@ -446,7 +446,7 @@ int main(int argc, char** argv)
         MakeFolder(run.folder);
         jobs.push_back(MakeJob(programs, cells[run.cell], run));
     }
-    std::fprintf(stderr, "figures: %zu cells, %zu runs, %d at once\n", cells.size(), runs.size(),
+    (void)std::fprintf(stderr, "figures: %zu cells, %zu runs, %d at once\n", cells.size(), runs.size(),
                  options.jobs);
     const double start = MonotonicSeconds();
     JobPool(options.jobs).RunAll(jobs);
@@ -466,6 +466,6 @@ int main(int argc, char** argv)
         << kRepeatBelowWaitsMs << " ms of specified waits " << options.repeat
         << " times, the others once; one more run per cell under strace) took " << Fixed(seconds, 0)
         << " s, " << options.jobs << " at once.\n";
-    std::fprintf(stderr, "figures: runs took %.0f s\n", seconds);
+    (void)std::fprintf(stderr, "figures: runs took %.0f s\n", seconds);
     return out && verdicts ? 0 : 1;
 }

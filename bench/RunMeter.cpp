@@ -22,8 +22,6 @@
 #include <string>
 #include <vector>
 
-extern char** environ;
-
 namespace {
 
 constexpr int kUsageStatus = 2;
@@ -112,12 +110,12 @@ bool WriteReport(const std::string& path, double wallMs, const rusage& usage, in
     if (report == nullptr) {
         return false;
     }
-    std::fprintf(report, "wall_ms %.3f\nuser_ms %.3f\nsystem_ms %.3f\nmaxrss_kb %ld\n", wallMs,
+    (void)std::fprintf(report, "wall_ms %.3f\nuser_ms %.3f\nsystem_ms %.3f\nmaxrss_kb %ld\n", wallMs,
                  Ms(usage.ru_utime), Ms(usage.ru_stime), usage.ru_maxrss);
     if (WIFSIGNALED(status)) {
-        std::fprintf(report, "signal %d\n", WTERMSIG(status));
+        (void)std::fprintf(report, "signal %d\n", WTERMSIG(status));
     } else {
-        std::fprintf(report, "exit %d\n", WEXITSTATUS(status));
+        (void)std::fprintf(report, "exit %d\n", WEXITSTATUS(status));
     }
     return std::fclose(report) == 0;
 }
@@ -128,7 +126,7 @@ int main(int argc, char** argv)
 {
     MeterOptions options;
     if (!ParseOptions(argc, argv, options)) {
-        std::fprintf(stderr,
+        (void)std::fprintf(stderr,
                      "usage: run_meter --report FILE [--env NAME=VALUE]... -- PROGRAM [ARGUMENT...]\n");
         return kUsageStatus;
     }
@@ -140,8 +138,8 @@ int main(int argc, char** argv)
     if (child == 0) {
         execvpe(prepared.arguments[0], prepared.arguments.data(),
                 prepared.environmentPointers.data());
-        std::fprintf(stderr, "run_meter: cannot run %s: %s\n", prepared.arguments[0],
-                     std::strerror(errno));
+        (void)std::fprintf(stderr, "run_meter: cannot run ");
+        std::perror(prepared.arguments[0]);
         _exit(kCannotRunStatus);
     }
     if (child < 0) {
@@ -154,7 +152,7 @@ int main(int argc, char** argv)
     }
     const double wallMs = MonotonicMs() - start;
     if (!WriteReport(options.reportPath, wallMs, usage, status)) {
-        std::fprintf(stderr, "run_meter: cannot write %s\n", options.reportPath.c_str());
+        (void)std::fprintf(stderr, "run_meter: cannot write %s\n", options.reportPath.c_str());
     }
     return WIFSIGNALED(status) ? kSignalStatusBase + WTERMSIG(status) : WEXITSTATUS(status);
 }
