@@ -66,6 +66,12 @@ size_t PortPrefixLength(const std::string& line)
     return 0;
 }
 
+std::string MatchingReply(const std::string& line, const std::string& expected)
+{
+    std::string reply = line.substr(PortPrefixLength(line));
+    return StartsWith(reply, expected) ? reply : std::string();
+}
+
 std::string ReadMatchingLine(CComPort& port, int timeoutMs, int perReadMs, int bufferSize,
                              const LineMatcher& match)
 {
@@ -108,8 +114,7 @@ std::string ExchangeCommand(CComPort& port, const std::string& command, const st
     }
     return ReadMatchingLine(port, timeoutMs, perReadMs, kReplyBufferSize,
                             [&expected](const std::string& line) {
-                                const std::string reply = line.substr(PortPrefixLength(line));
-                                return StartsWith(reply, expected) ? reply : std::string();
+                                return MatchingReply(line, expected);
                             });
 }
 

@@ -30,6 +30,10 @@ bool WaitForOk(CComPort& port, int timeoutMs);
 // 6 when line begins with one of the receiver's port prompts "[COM1]", "[COM2]", "[COM3]", else 0.
 size_t PortPrefixLength(const std::string& line);
 
+// What ExchangeCommand makes of one reply line: the line without its port prompt when what is
+// left begins with expected (line end kept), else "".
+std::string MatchingReply(const std::string& line, const std::string& expected);
+
 // What ReadMatchingLine makes of one complete reply line: the text to return, or "" to go on.
 using LineMatcher = std::function<std::string(const std::string& line)>;
 

@@ -46,6 +46,15 @@ bool ProbeCsiReceiver(CComPort& port)
                          });
 }
 
+std::string CsiFirmwareFromReply(const std::string& line)
+{
+    if (!StartsWith(line, kFirmwareReplyStart)) {
+        return "";
+    }
+    const std::vector<std::string> fields = SplitFields(line, ",");
+    return fields.size() > kFirmwareField ? fields[kFirmwareField] : "";
+}
+
 CAutonomousCSI::CAutonomousCSI(CComPort* port) : OtherFamilyConfigurer(port) {}
 
 bool CAutonomousCSI::SupportsSbas()
@@ -63,8 +72,7 @@ std::string CAutonomousCSI::GetFirmwareVersion()
                                            line = LineOf(code, bytes, count);
                                            return StartsWith(line, kFirmwareReplyStart);
                                        });
-    const std::vector<std::string> fields = SplitFields(replied ? line : "", ",");
-    return fields.size() > kFirmwareField ? fields[kFirmwareField] : "";
+    return replied ? CsiFirmwareFromReply(line) : "";
 }
 
 int CAutonomousCSI::SetBaudRate(int baud)

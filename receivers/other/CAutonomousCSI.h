@@ -11,6 +11,11 @@ class CComPort;
 // in pieces and among other output. False also when the request cannot be written.
 bool ProbeCsiReceiver(CComPort& port);
 
+// The firmware version in a reply line to "$JI": field 7 (counting from 0, empty fields between
+// adjacent commas included) exactly as it stands, so when it is the line's last field it keeps
+// the receiver's CR LF. "" when the line does not begin with "$>JI" or has fewer fields.
+std::string CsiFirmwareFromReply(const std::string& line);
+
 // Configures a CSI receiver with "$J" commands. Apart from the firmware query nothing is read
 // back: the receiver does not confirm its commands, and write results are not looked at.
 class CAutonomousCSI : public OtherFamilyConfigurer {
