@@ -172,18 +172,23 @@ void GpsOptions::Fill(GpsSettings& settings) const
 
 }  // namespace
 
-void ParseGpsCommandLine(int argc, const char* const* argv, GpsSettings& settings)
+void ParseGpsCommandLine(int argc, const char* const* argv, GpsSettings& settings,
+                         ParseEnding ending)
 {
     // The library remembers for the whole process that an optional positional argument was
     // registered, and would refuse the port of a second parser as following it.
     TCLAP::OptionalUnlabeledTracker::alreadyOptional() = false;
     try {
         GpsOptions options;
+        options.cmd.setExceptionHandling(ending == ParseEnding::ExitsProcess);
         options.cmd.parse(argc, argv);
         options.Fill(settings);
     } catch (const TCLAP::ArgException& error) {
-        // The parser reports its own errors and exits; what reaches here was raised while the
-        // options were set up or read.
+        // When the parser handles its own errors it prints them and exits; what reaches here then
+        // was raised while the options were set up or read.
         std::cerr << "error: " << error.error() << " for arg " << error.argId() << std::endl;
+    } catch (const TCLAP::ExitException&) {
+        // Only when the parser returns instead of exiting: it has printed its help or version.
+        settings.bHelpShown = true;
     }
 }

@@ -42,7 +42,9 @@ struct GpsSettings {
     bool bResetPdpFilter = false;
     bool bListModels = false;
     bool bListCurrentModel = false;
-    bool bHelpShown = false;  // the parser's help and version end the process, so it stays false
+    // The parser's help and version end the process, so this stays false unless the caller asked
+    // the parse to return instead (ParseEnding::ReturnsToCaller).
+    bool bHelpShown = false;
     bool bSaveConfig = false;
 };
 

@@ -10,11 +10,12 @@ using ::testing::ElementsAre;
 
 namespace {
 
-GpsSettings Parse(std::vector<const char*> arguments)
+GpsSettings Parse(std::vector<const char*> arguments,
+                  ParseEnding ending = ParseEnding::ExitsProcess)
 {
     arguments.insert(arguments.begin(), "gnss-setup");
     GpsSettings settings;
-    ParseGpsCommandLine(static_cast<int>(arguments.size()), arguments.data(), settings);
+    ParseGpsCommandLine(static_cast<int>(arguments.size()), arguments.data(), settings, ending);
     return settings;
 }
 
@@ -77,4 +78,25 @@ TEST(GpsCommandLine, ParsesAgainInTheSameProcess)
     const GpsSettings again = Parse({"/dev/ttyO3"});
     EXPECT_EQ(again.bParsedOk, 1);
     EXPECT_EQ(again.strPort, "/dev/ttyO3");
+}
+
+// A caller that parses many command lines in one process, such as the fuzz target, gets help,
+// version and refusals back instead of the end of the process.
+TEST(GpsCommandLine, ReturnsToTheCallerOnHelpVersionAndRefusalWhenAsked)
+{
+    for (const char* shown : {"--help", "--version"}) {
+        testing::internal::CaptureStdout();
+        const GpsSettings settings = Parse({shown}, ParseEnding::ReturnsToCaller);
+        EXPECT_NE(testing::internal::GetCapturedStdout(), "") << shown;
+        EXPECT_TRUE(settings.bHelpShown) << shown;
+        EXPECT_EQ(settings.bParsedOk, 0) << shown;
+    }
+    testing::internal::CaptureStderr();
+    const GpsSettings refused =
+        Parse({"-b", "9600", "/dev/ttyO1"}, ParseEnding::ReturnsToCaller);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "error: Value '9600' does not meet constraint: Baudrate must be either 115200 or "
+              "19200 for arg Argument: -b (--baudrate)\n");
+    EXPECT_EQ(refused.bParsedOk, 0);
+    EXPECT_FALSE(refused.bHelpShown);
 }
