@@ -25,13 +25,11 @@
 #include <sys/stat.h>
 
 #include <algorithm>
-#include <cmath>
 #include <cstdio>
-#include <cstring>
 #include <ctime>
 #include <fstream>
+#include <ostream>
 #include <set>
-#include <sstream>
 #include <string>
 #include <vector>
 
