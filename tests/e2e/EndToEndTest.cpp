@@ -20,6 +20,7 @@
 #include <sstream>
 
 #include "tests/support/ProcessRunner.h"
+#include "tests/support/TextFiles.h"
 #include "util/Sleep.h"
 #include "util/Stopwatch.h"
 
@@ -120,13 +121,6 @@ std::vector<std::string> Lines(const std::string& text)
     return lines;
 }
 
-std::string ReadFile(const std::string& path)
-{
-    std::ostringstream text;
-    text << std::ifstream(path, std::ios::binary).rdbuf();
-    return text.str();
-}
-
 // A NovAtel log carries the receiver's time of week and a CRC over it, and the simulator's clock
 // runs from its start: they are written as <seconds> and <crc>, and the rest of the log, and where
 // it stands, must still match. Under qemu-arm the emulator reports a signal that ended the tool on
@@ -177,10 +171,10 @@ Outcome Run(const Scenario& scenario, const std::string& scratch)
                        {"stderr.txt", Normalised(result.err)},
                        {"status.txt", std::to_string(result.status) + "\n"}};
     if (!scenario.simulator.empty()) {
-        outcome["heard.txt"] = ReadFile(scratch + "heard.txt");
+        outcome["heard.txt"] = ReadWholeFile(scratch + "heard.txt");
     }
     if (scenario.controlDevice) {
-        outcome["driver.txt"] = ReadFile(scratch + "driver.txt");
+        outcome["driver.txt"] = ReadWholeFile(scratch + "driver.txt");
     }
     for (const char* file : {"stdout.txt", "stderr.txt", "status.txt"}) {
         std::ofstream(scratch + file, std::ios::binary) << outcome[file];
@@ -209,7 +203,7 @@ void ExpectGoldenOutcome(const Scenario& scenario, const std::string& scratch)
     for (const auto& file : outcome) {
         const std::string path = scenario.folder + "/" + file.first;
         EXPECT_TRUE(std::ifstream(path).is_open()) << path << " is missing; GNSS_UPDATE_GOLDEN=1 writes it";
-        goldens[file.first] = ReadFile(path);
+        goldens[file.first] = ReadWholeFile(path);
     }
     for (int run = 1; run < kRunsWhenSpeedChanges && outcome != goldens && ChangesSpeed(goldens); ++run) {
         std::cout << "Run " << run << " differed; the tool changes speed, so it runs again\n";

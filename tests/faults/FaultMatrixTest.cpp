@@ -20,6 +20,7 @@
 
 #include "tests/faults/MatrixCells.h"
 #include "tests/support/ProcessRunner.h"
+#include "tests/support/TextFiles.h"
 #include "util/Stopwatch.h"
 
 namespace {
@@ -51,13 +52,6 @@ struct Param {
     Cell cell;
     Runner runner;
 };
-
-std::string ReadFile(const std::string& path)
-{
-    std::ostringstream text;
-    text << std::ifstream(path, std::ios::binary).rdbuf();
-    return text.str();
-}
 
 std::string Printable(const std::string& text)
 {
@@ -127,8 +121,8 @@ RunResult RunCell(const Param& param, const std::string& scratch)
     const Stopwatch clock;
     run.result = RunBuiltProgram(GNSS_PRIVATE_DEV, "private-dev", command);
     run.elapsedMs = clock.ElapsedMs();
-    run.driverRecord = ReadFile(scratch + "driver.txt");
-    run.valgrindLog = ReadFile(scratch + "valgrind.txt");
+    run.driverRecord = ReadWholeFile(scratch + "driver.txt");
+    run.valgrindLog = ReadWholeFile(scratch + "valgrind.txt");
     std::ofstream(scratch + "stdout.txt", std::ios::binary) << run.result.out;
     std::ofstream(scratch + "stderr.txt", std::ios::binary) << run.result.err;
     std::ofstream(scratch + "status.txt") << run.result.status << "\n";
