@@ -93,10 +93,12 @@ void SilenceParserOutput()
 {
     // Help texts and error lines for millions of command lines would drown a finding's report,
     // which the sanitizers and RequireProperty write directly to the standard error's descriptor.
-    static std::stringbuf sink;
-    std::cout.rdbuf(&sink);
-    std::cerr.rdbuf(&sink);
-    sink.str("");
+    // The buffer outlives the standard streams, which flush into it as the process ends: a
+    // static object would already be destroyed by then.
+    static std::stringbuf* const sink = new std::stringbuf;
+    std::cout.rdbuf(sink);
+    std::cerr.rdbuf(sink);
+    sink->str("");
 }
 
 }  // namespace
