@@ -1,7 +1,7 @@
 #ifndef GNSS_BENCH_FIGURECELLS_H
 #define GNSS_BENCH_FIGURECELLS_H
 
-#include "bench/SpecifiedWaits.h"
+#include "bench/IntendedWaits.h"
 
 #include <string>
 #include <vector>

@@ -281,7 +281,7 @@ std::string CallsPerByte(const CellFigures& figures)
 void WriteTable(std::ostream& out, const std::vector<FigureCell>& cells,
                 const std::vector<CellFigures>& figures)
 {
-    out << "| mode | receiver | result | specified waits (ms) | wall (ms) | over (ms) | on time | "
+    out << "| mode | receiver | result | intended waits (ms) | wall (ms) | over (ms) | on time | "
            "CPU (ms) | CPU % | system calls | bytes received | calls per byte | peak RSS (KB) |\n"
         << "|---|---|---|---|---:|---:|---|---:|---:|---:|---:|---:|---:|\n";
     for (std::size_t i = 0; i < cells.size(); ++i) {
@@ -310,7 +310,7 @@ void WriteTable(std::ostream& out, const std::vector<FigureCell>& cells,
 void WriteLegend(std::ostream& out, const std::vector<FigureCell>& cells)
 {
     std::vector<std::string> seen;
-    out << "The terms of the specified waits:\n\n";
+    out << "The terms of the intended waits:\n\n";
     for (const FigureCell& cell : cells) {
         for (const WaitTerm& term : cell.waits) {
             if (std::find(seen.begin(), seen.end(), term.name) == seen.end()) {
@@ -391,11 +391,11 @@ std::string Met(bool met)
 
 void WriteVerdicts(std::ostream& out, const Verdicts& v)
 {
-    out << "- Wall time within 2 % and 30 ms of the specified waits: " << Met(v.late.empty()) << " in "
+    out << "- Wall time within 2 % and 30 ms of the intended waits: " << Met(v.late.empty()) << " in "
         << v.onTime << " of " << v.rows << " rows"
         << (v.late.empty() ? "." : "; over: " + List(v.late) + ".") << "\n";
     out << "- CPU time under 1 % of wall time while waiting (rows with at least " << kCpuJudgedFromWaitsMs
-        << " ms of specified waits): " << Met(v.busy.empty()) << " in " << v.cpuQuiet << " of "
+        << " ms of intended waits): " << Met(v.busy.empty()) << " in " << v.cpuQuiet << " of "
         << v.cpuJudged << " rows, the highest " << Fixed(100.0 * v.maxJudgedCpuShare, 2) << " %"
         << (v.busy.empty() ? "." : "; over: " + List(v.busy) + ".") << "\n";
     if (!v.callsPerByte.empty()) {
@@ -461,7 +461,7 @@ int main(int argc, char** argv)
     out << "\n";
     WriteLegend(out, cells);
     out << "These " << runs.size() << " runs (" << cells.size() << " cells; runs with less than "
-        << kRepeatBelowWaitsMs << " ms of specified waits " << options.repeat
+        << kRepeatBelowWaitsMs << " ms of intended waits " << options.repeat
         << " times, the others once; one more run per cell under strace) took " << Fixed(seconds, 0)
         << " s, " << options.jobs << " at once.\n";
     (void)std::fprintf(stderr, "figures: runs took %.0f s\n", seconds);

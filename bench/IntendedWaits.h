@@ -1,5 +1,5 @@
-#ifndef GNSS_BENCH_SPECIFIEDWAITS_H
-#define GNSS_BENCH_SPECIFIEDWAITS_H
+#ifndef GNSS_BENCH_INTENDEDWAITS_H
+#define GNSS_BENCH_INTENDEDWAITS_H
 
 // The waits a whole run of gnss-setup is meant to make: fixed pauses, and time-outs that must run
 // out on its path because the receiver has nothing to say. Each is one term of a run's sum, with
