@@ -20,6 +20,7 @@
 #include <sstream>
 
 #include "tests/support/ProcessRunner.h"
+#include "tests/support/SimulatedRun.h"
 #include "tests/support/TextFiles.h"
 #include "util/Sleep.h"
 #include "util/Stopwatch.h"
@@ -145,28 +146,15 @@ Outcome Run(const Scenario& scenario, const std::string& scratch)
     for (const char* file : {"heard.txt", "driver.txt", "wire.log"}) {
         unlink((scratch + file).c_str());
     }
-    // In the sanitizer build the double is loaded ahead of the sanitizer runtime, which otherwise
-    // refuses to start; elsewhere nothing reads the variable.
-    const char* given = std::getenv("ASAN_OPTIONS");
-    const std::string asanOptions = std::string(given != nullptr ? given : "") + ":verify_asan_link_order=0";
-    ProgramEnvironment environment = {std::string("LD_PRELOAD=") + ZRGPS_CTL_DOUBLE, "ASAN_OPTIONS=" + asanOptions};
-    if (scenario.controlDevice) {
-        environment.push_back("ZRGPS_CTL_RECORD=" + scratch + "driver.txt");
-    }
-    ProcessResult result;
-    if (scenario.simulator.empty()) {
-        result = RunBuiltProgram(GNSS_SETUP_PROGRAM, "gnss-setup", scenario.arguments, environment);
-    } else {
-        // The simulator runs the tool and ends with its status; --quiet leaves standard error to it.
-        std::vector<std::string> simulator = scenario.simulator;
-        simulator.insert(simulator.end(), {"--quiet", "--link", scenario.port, "--heard",
-                                           scratch + "heard.txt", "--log", scratch + "wire.log", "--"});
-        for (const std::string& part :
-             BuiltProgramCommand(GNSS_SETUP_PROGRAM, "gnss-setup", scenario.arguments, environment)) {
-            simulator.push_back(part);
-        }
-        result = RunBuiltProgram(GNSS_SIM_PROGRAM, "gnss-sim", simulator);
-    }
+    const ProgramEnvironment environment =
+        ToolEnvironment(ZRGPS_CTL_DOUBLE, scenario.controlDevice ? scratch + "driver.txt" : "");
+    const std::vector<std::string> tool =
+        BuiltProgramCommand(GNSS_SETUP_PROGRAM, "gnss-setup", scenario.arguments, environment);
+    const ProcessResult result =
+        scenario.simulator.empty()
+            ? RunBuiltProgram(GNSS_SETUP_PROGRAM, "gnss-setup", scenario.arguments, environment)
+            : RunBuiltProgram(GNSS_SIM_PROGRAM, "gnss-sim",
+                              SimulatorArguments(scenario.simulator, scenario.port, scratch, tool));
     Outcome outcome = {{"stdout.txt", Normalised(result.out)},
                        {"stderr.txt", Normalised(result.err)},
                        {"status.txt", std::to_string(result.status) + "\n"}};

@@ -20,6 +20,7 @@
 
 #include "tests/faults/MatrixCells.h"
 #include "tests/support/ProcessRunner.h"
+#include "tests/support/SimulatedRun.h"
 #include "tests/support/TextFiles.h"
 #include "util/Stopwatch.h"
 
@@ -69,10 +70,9 @@ bool PrivateDevWorks()
     return works;
 }
 
-std::vector<std::string> ValgrindCommand(const std::string& log)
+std::vector<std::string> ValgrindOptions(const std::string& log)
 {
-    return {"valgrind",
-            "--log-file=" + log,
+    return {"--log-file=" + log,
             "--leak-check=full",
             "--show-leak-kinds=definite,indirect,possible",
             "--errors-for-leak-kinds=definite,indirect,possible",
@@ -92,30 +92,21 @@ RunResult RunCell(const Param& param, const std::string& scratch)
     for (const char* file : {"heard.txt", "driver.txt", "wire.log", "valgrind.txt"}) {
         unlink((scratch + file).c_str());
     }
-    // In the sanitizer build the double is loaded ahead of the sanitizer run-time, which otherwise
-    // refuses to start; elsewhere nothing reads the variable.
-    const char* given = std::getenv("ASAN_OPTIONS");
-    const ProgramEnvironment environment = {
-        std::string("LD_PRELOAD=") + ZRGPS_CTL_DOUBLE, "ZRGPS_CTL_RECORD=" + scratch + "driver.txt",
-        "ASAN_OPTIONS=" + std::string(given != nullptr ? given : "") + ":verify_asan_link_order=0"};
     std::vector<std::string> arguments = cell.mode.arguments;
     arguments.push_back(kPort);
-
-    std::vector<std::string> command = {GNSS_SIM_PROGRAM, "--quiet", "--receiver", cell.family.receiver,
-                                        "--restart-ms", kRestartMs};
-    for (const std::string& option : cell.fault.options(cell.family)) {
-        command.push_back(option);
-    }
-    command.insert(command.end(), {"--link", kPort, "--heard", scratch + "heard.txt", "--log", scratch + "wire.log",
-                                   "--", "env"});
-    command.insert(command.end(), environment.begin(), environment.end());
+    const ProgramEnvironment environment = ToolEnvironment(ZRGPS_CTL_DOUBLE, scratch + "driver.txt");
+    std::vector<std::string> tool = BuiltProgramCommand(GNSS_SETUP_PROGRAM, "gnss-setup", arguments, environment);
     if (param.runner == Runner::Valgrind) {
-        for (const std::string& word : ValgrindCommand(scratch + "valgrind.txt")) {
-            command.push_back(word);
-        }
+        std::vector<std::string> checked = ValgrindOptions(scratch + "valgrind.txt");
+        checked.push_back(GNSS_SETUP_PROGRAM);
+        checked.insert(checked.end(), arguments.begin(), arguments.end());
+        tool = BuiltProgramCommand("valgrind", "valgrind", checked, environment);
     }
-    command.push_back(GNSS_SETUP_PROGRAM);
-    command.insert(command.end(), arguments.begin(), arguments.end());
+    std::vector<std::string> simulator = {"--receiver", cell.family.receiver, "--restart-ms", kRestartMs};
+    const std::vector<std::string> fault = cell.fault.options(cell.family);
+    simulator.insert(simulator.end(), fault.begin(), fault.end());
+    std::vector<std::string> command = SimulatorArguments(simulator, kPort, scratch, tool);
+    command.insert(command.begin(), GNSS_SIM_PROGRAM);
 
     RunResult run;
     const Stopwatch clock;
@@ -195,7 +186,7 @@ std::vector<std::string> Mismatches(const Param& param, FaultMatrix::Configurer 
                             " ms");
         }
     } else {
-        // Leaks count as errors too (see ValgrindCommand).
+        // Leaks count as errors too (see ValgrindOptions).
         std::smatch summary;
         if (!std::regex_search(run.valgrindLog, summary, std::regex(R"(ERROR SUMMARY: ([0-9]+) errors)"))) {
             wrong.push_back("valgrind wrote no summary");

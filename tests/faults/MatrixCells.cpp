@@ -52,25 +52,17 @@ const char kOem7700Model[] = "FFNRNNCBES1";
 const char kCsiFirmware[] = "6.3Jun04";
 const std::vector<std::string> kOem7700Models = {"FFNRNNCBES1", "FFNRNNCBN"};
 
-// The receiver type names the query prints, and the kernel driver's numbers for them.
-const char* TypeName(Configurer configurer)
-{
-    switch (configurer) {
-    case Configurer::Oem7: return "OEM 7700";
-    case Configurer::Csi: return "CSI";
-    case Configurer::Pmcag: return "Novatel";
-    default: return "Unknown";
-    }
-}
+// The receiver type name the query prints for what the tool ended up with, and the kernel driver's
+// number for it, in the order of Configurer.
+struct Described {
+    const char* typeName;
+    int driverType;
+};
 
-int DriverType(Configurer configurer)
+Described Describe(Configurer configurer)
 {
-    switch (configurer) {
-    case Configurer::Oem7: return 11;
-    case Configurer::Csi: return 5;
-    case Configurer::Pmcag: return 4;
-    default: return 2;
-    }
+    static const Described described[] = {{"OEM 7700", 11}, {"CSI", 5}, {"Novatel", 4}, {"Unknown", 2}};
+    return described[static_cast<int>(configurer)];
 }
 
 std::string Escaped(const std::string& text)
@@ -293,17 +285,17 @@ Expectation Expect(const Cell& cell, Configurer seen, const std::string& port)
     Expectation expected;
     expected.statuses = {0};
     if (mode == "override") {
-        expected.driverType = DriverType(Configurer::Oem7);
+        expected.driverType = Describe(Configurer::Oem7).driverType;
     } else if (mode == "dry-run") {
         expected.stdoutPattern = Escaped("Need to configure GPS on port " + port + " with settings:\n") + "(  .*\n)*" +
                                  Escaped(" Save Configuration No\n");
     } else if (mode == "clear-cached") {
         expected.statuses = {1};
         expected.stderrText = "Could not initialize GNSS receiver\n";
-        expected.driverType = DriverType(Configurer::Generic);
+        expected.driverType = Describe(Configurer::Generic).driverType;
     } else if (mode == "query" || mode == "extended-query") {
         const std::string firmware = novatel ? kOem7700Firmware : seen == Configurer::Csi ? kCsiFirmware : "";
-        std::string pattern = Escaped(std::string("Receiver \n  Type:        ") + TypeName(seen) + "\n") +
+        std::string pattern = Escaped(std::string("Receiver \n  Type:        ") + Describe(seen).typeName + "\n") +
                               "  Firmware:    " + Value(firmware, maybe) + "\n";
         if (mode == "extended-query") {
             if (novatel) {
@@ -345,7 +337,7 @@ Expectation Expect(const Cell& cell, Configurer seen, const std::string& port)
             expected.stdoutPattern = Escaped("Do not know how to reset PDP filter on this receiver\n");
         }
     } else if (mode == "configure") {
-        expected.driverType = DriverType(seen);
+        expected.driverType = Describe(seen).driverType;
         if (seen == Configurer::Pmcag) {
             // The default ZDA rate of 0.2 Hz divides by zero in the first "$PMCAG" output sentence.
             expected.statuses = {128 + 8};
