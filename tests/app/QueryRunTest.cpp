@@ -1,5 +1,6 @@
 // The query print-out for every receiver the simulator plays, and the extended one for a NovAtel
-// generation and another family, through the real port.
+// generation, through the real port. Other families' extended print-out is the fault matrix's and
+// the end-to-end scenarios'.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -65,17 +66,6 @@ TEST(ExtendedQueryRun, NovatelReceiverShowsItsVersionRecordAndRawVersionLine)
     result.out.clear();
     EXPECT_EQ(result, (RunOutcome{0, "", "", {}}));
     EXPECT_EQ(receiver.Heard(), Lines(6, "log versiona once\r\n"));
-}
-
-// Other families have no version record, so no "Ext Ver" line, and their raw information is the
-// firmware again: after detection's "$JAPP", four "$JI" requests.
-TEST(ExtendedQueryRun, CsiReceiverShowsItsFirmwareAsRawInformation)
-{
-    SimulatedReceiver receiver("csi");
-    EXPECT_EQ(RunAgainst(receiver, {"-E"}),
-              (RunOutcome{0, PrintOut("CSI", "6.3Jun04") + "  Raw Info:    6.3Jun04\n", "", {}}));
-    EXPECT_EQ(StepsHeard(receiver.Heard(), {"$JAPP\r\n", "$JI\r\n"}),
-              (Lines{"$JAPP\r\n", "$JI\r\n", "$JI\r\n", "$JI\r\n", "$JI\r\n"}));
 }
 
 }  // namespace
