@@ -9,8 +9,11 @@ set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME gnss-setup)
 set(CPACK_PACKAGE_VERSION "${PROJECT_VERSION}")
 set(CPACK_PACKAGE_VENDOR "gnss-setup developers")
-# Whoever ships the packages names themselves here (-DGNSS_PACKAGE_MAINTAINER="Name <address>").
-set(GNSS_PACKAGE_MAINTAINER "gnss-setup developers <gnss-setup@localhost>"
+# Whoever ships the packages names themselves here (-DGNSS_PACKAGE_MAINTAINER="Name <address>", or
+# the environment's GNSS_PACKAGE_MAINTAINER for scripts/package). The default is the project under
+# the reserved top-level domain .invalid: an address that honestly reaches nobody, yet one that
+# Debian's checks accept as an address (a bare host such as localhost they reject).
+set(GNSS_PACKAGE_MAINTAINER "gnss-setup developers <gnss-setup@gnss-setup.invalid>"
     CACHE STRING "Maintainer field of the Debian packages")
 set(CPACK_DEBIAN_PACKAGE_MAINTAINER "${GNSS_PACKAGE_MAINTAINER}")
 # name_version_architecture.deb, as Debian names its own.
@@ -36,6 +39,8 @@ attached. Start-up scripts and field engineers rely on its output and exit
 statuses.")
 
 set(CPACK_DEBIAN_GNSS-SIM_PACKAGE_NAME gnss-sim)
+# Both packages come from this one source tree, and their changelogs say so.
+set(CPACK_DEBIAN_GNSS-SIM_PACKAGE_SOURCE gnss-setup)
 set(CPACK_DEBIAN_GNSS-SIM_PACKAGE_SECTION devel)
 set(CPACK_DEBIAN_GNSS-SIM_DESCRIPTION
 "GNSS receiver simulator on a pseudo-terminal, for trying gnss-setup
@@ -82,5 +87,26 @@ else()
     # against the binaries.
     set(CPACK_DEBIAN_PACKAGE_DEPENDS "libc6 (>= 2.34), libgcc-s1 (>= 3.5), libstdc++6 (>= 11)")
 endif()
+
+# What Debian's policy asks of every package, in /usr/share/doc/<package>: the machine-readable
+# copyright file as it is, and the changelog in Debian's format compressed with gzip -9n (no name,
+# no time stamp: the same changelog always gives the same bytes). The version carries no Debian
+# revision (1.0.0, not 1.0.0-1) because the project packages itself; Debian's policy and lintian
+# take such a package as Debian-native, whose one changelog is changelog.gz. changelog.Debian.gz
+# belongs to a version with a revision: someone's packaging of another project's release, beside
+# that project's own changelog.gz. Each release adds an entry (scripts/package checks the version).
+find_program(GZIP_PROGRAM gzip REQUIRED)
+set(gnss_debian_folder "${PROJECT_SOURCE_DIR}/cmake/debian")
+set(gnss_zipped_changelog "${PROJECT_BINARY_DIR}/debian/changelog.gz")
+add_custom_command(OUTPUT "${gnss_zipped_changelog}"
+    COMMAND "${CMAKE_COMMAND}" -E make_directory "${PROJECT_BINARY_DIR}/debian"
+    COMMAND "${GZIP_PROGRAM}" -9n -c "${gnss_debian_folder}/changelog" > "${gnss_zipped_changelog}"
+    DEPENDS "${gnss_debian_folder}/changelog"
+    COMMENT "Compressing the Debian changelog")
+add_custom_target(debian-changelog ALL DEPENDS "${gnss_zipped_changelog}")
+foreach(program gnss-setup gnss-sim)
+    install(FILES "${gnss_debian_folder}/copyright" "${gnss_zipped_changelog}"
+        DESTINATION "${CMAKE_INSTALL_DATAROOTDIR}/doc/${program}" COMPONENT ${program})
+endforeach()
 
 include(CPack)
