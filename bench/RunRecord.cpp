@@ -1,6 +1,6 @@
 #include "bench/RunRecord.h"
 
-#include "sim/WireLog.h"
+#include "sim/line/WireLog.h"
 
 #include <fstream>
 #include <map>

@@ -1,10 +1,10 @@
 #include "sim/ReceiverFactory.h"
 
-#include "sim/CsiReceiver.h"
-#include "sim/NovatelCommandTable.h"
-#include "sim/NovatelReceiver.h"
-#include "sim/PmcagReceiver.h"
-#include "sim/SilentReceiver.h"
+#include "sim/receivers/CsiReceiver.h"
+#include "sim/receivers/NovatelCommandTable.h"
+#include "sim/receivers/NovatelReceiver.h"
+#include "sim/receivers/PmcagReceiver.h"
+#include "sim/receivers/SilentReceiver.h"
 
 namespace GnssSim {
 

@@ -1,8 +1,8 @@
 #ifndef GNSS_SIM_RECEIVERFACTORY_H
 #define GNSS_SIM_RECEIVERFACTORY_H
 
-#include "sim/ReceiverModel.h"
 #include "sim/SimOptions.h"
+#include "sim/model/ReceiverModel.h"
 
 #include <memory>
 #include <string>

@@ -1,8 +1,8 @@
 #ifndef GNSS_SIM_SIMOPTIONS_H
 #define GNSS_SIM_SIMOPTIONS_H
 
-#include "sim/Fault.h"
-#include "sim/ReceiverIdentity.h"
+#include "sim/line/Fault.h"
+#include "sim/model/ReceiverIdentity.h"
 
 #include <cstdint>
 #include <optional>

@@ -1,13 +1,13 @@
 #ifndef GNSS_SIM_SIMULATOR_H
 #define GNSS_SIM_SIMULATOR_H
 
-#include "sim/HeardRecord.h"
-#include "sim/NoiseMaker.h"
-#include "sim/Pty.h"
-#include "sim/ReceiverModel.h"
 #include "sim/SimOptions.h"
-#include "sim/Transmitter.h"
-#include "sim/WireLog.h"
+#include "sim/line/HeardRecord.h"
+#include "sim/line/NoiseMaker.h"
+#include "sim/line/Pty.h"
+#include "sim/line/Transmitter.h"
+#include "sim/line/WireLog.h"
+#include "sim/model/ReceiverModel.h"
 
 #include <condition_variable>
 #include <functional>

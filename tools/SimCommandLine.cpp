@@ -1,7 +1,7 @@
 #include "tools/SimCommandLine.h"
 
-#include "sim/ByteText.h"
-#include "sim/ReceiverCatalogue.h"
+#include "sim/model/ReceiverCatalogue.h"
+#include "sim/text/ByteText.h"
 
 
 namespace {

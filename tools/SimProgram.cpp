@@ -1,9 +1,9 @@
 #include "tools/SimProgram.h"
 
-#include "sim/ByteText.h"
-#include "sim/Checksums.h"
 #include "sim/Simulator.h"
-#include "sim/WireLog.h"
+#include "sim/line/WireLog.h"
+#include "sim/text/ByteText.h"
+#include "sim/text/Checksums.h"
 #include "tools/ChildCommand.h"
 
 #include <cstdio>

@@ -6,7 +6,7 @@
 
 #include <tuple>
 
-#include "sim/NovatelLogs.h"
+#include "sim/receivers/NovatelLogs.h"
 #include "tests/app/InProcessRun.h"
 #include "tests/support/SimulatedReceiver.h"
 

@@ -1,7 +1,7 @@
 #include "receivers/ReceiverType.h"
 #include "receivers/novatel/NovatelExchange.h"
 #include "receivers/novatel/VersionLog.h"
-#include "sim/ReceiverCatalogue.h"
+#include "sim/model/ReceiverCatalogue.h"
 #include "tests/novatel/NovatelWire.h"
 #include "tests/support/PseudoTerminal.h"
 

@@ -5,7 +5,7 @@
 #include "receivers/novatel/COEMStar.h"
 #include "receivers/novatel/NovatelOem6.h"
 #include "receivers/novatel/NovatelOem7.h"
-#include "sim/Fault.h"
+#include "sim/line/Fault.h"
 #include "tests/support/SimulatedReceiver.h"
 #include "tests/support/TestTiming.h"
 #include "util/Stopwatch.h"

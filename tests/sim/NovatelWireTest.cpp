@@ -1,6 +1,6 @@
 #include "tests/sim/SimTestSupport.h"
 
-#include "sim/ByteText.h"
+#include "sim/text/ByteText.h"
 #include "util/Stopwatch.h"
 
 using namespace GnssSim;

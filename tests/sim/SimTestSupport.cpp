@@ -1,6 +1,6 @@
 #include "tests/sim/SimTestSupport.h"
 
-#include "sim/Checksums.h"
+#include "sim/text/Checksums.h"
 #include "util/Stopwatch.h"
 
 #include <algorithm>

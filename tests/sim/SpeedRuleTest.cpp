@@ -1,7 +1,7 @@
 #include "tests/sim/SimTestSupport.h"
 
-#include "sim/ByteText.h"
-#include "sim/Checksums.h"
+#include "sim/text/ByteText.h"
+#include "sim/text/Checksums.h"
 
 using namespace GnssSim;
 

@@ -1,7 +1,7 @@
 #ifndef GNSS_TESTS_SUPPORT_PSEUDOTERMINAL_H
 #define GNSS_TESTS_SUPPORT_PSEUDOTERMINAL_H
 
-#include "sim/Pty.h"
+#include "sim/line/Pty.h"
 
 #include <cstddef>
 #include <string>
