@@ -2,370 +2,278 @@
 
 #include "sim/model/ReceiverCatalogue.h"
 #include "sim/text/ByteText.h"
+#include "tools/SimOptionTable.h"
 
+#include <utility>
 
 namespace {
 
+using GnssSim::Component;
 using GnssSim::Fault;
+using Occurs = SimOptionTable::Occurs;
+using Setter = SimOptionTable::Setter;
 
 // The command a fault concerns when its option names none.
 const char kEveryCommand[] = "*";
 
-const char* const kValueOptions[] = {
-    "--receiver", "--baud", "--port", "--restart-ms", "--channel-config", "--channel-configs", "--valid-models",
-    "--component-type", "--model", "--psn", "--hw-version", "--sw-version", "--boot-version", "--package-version",
-    "--link", "--log", "--heard", "--seed", "--no-answer", "--delay", "--split", "--nul-in", "--nul-before",
-    "--long-line-in", "--long-line-before", "--long-line-length", "--noise-between", "--hang-up-after",
-    "--start-baud", "--nmea-flood",
-};
+// Closes the help.
+const char kHelpMessage[] =
+    "gnss-sim --receiver NAME [options] [-- COMMAND ARGS...] plays a GNSS receiver on a pseudo-terminal. "
+    "Given a command after --, it starts the command once the line is ready (its environment holds "
+    "GNSS_SIM_PORT, the line's path), waits for it, prints a summary of the wire log on standard error and "
+    "exits with the command's status. Without one, it serves until interrupted (Ctrl-C) and then prints "
+    "the summary. Options take their value as the next argument or after \"=\". CMD is a command as the "
+    "receiver hears it, compared word by word without regard to case; a last word * stands for any "
+    "further words, and * alone for every command.";
 
-enum class Taken { No, Yes, Bad };
-
-bool TakesValue(const std::string& name)
+Setter Text(std::function<void(SimProgramOptions&, const std::string&)> set)
 {
-    for (const char* option : kValueOptions) {
-        if (name == option) {
-            return true;
-        }
-    }
-    return false;
+    return [set = std::move(set)](const std::string&, const std::string& value, SimProgramOptions& options,
+                                  std::string&) {
+        set(options, value);
+        return true;
+    };
 }
 
-bool ReadNumber(const std::string& name, const std::string& text, long& value, std::string& error)
+bool ReadNumber(const std::string& option, const std::string& text, long& number, std::string& error)
 {
-    if (!GnssSim::ParseInteger(text, value) || value < 0) {
-        error = name + " needs a number, not \"" + text + "\"";
+    if (!GnssSim::ParseInteger(text, number) || number < 0) {
+        error = option + " needs a number, not \"" + text + "\"";
         return false;
     }
     return true;
 }
 
-Taken Result(bool ok)
+// A whole number, not negative.
+Setter Number(std::function<void(SimProgramOptions&, long)> set)
 {
-    return ok ? Taken::Yes : Taken::Bad;
-}
-
-Taken ApplyReceiverOption(const std::string& name, const std::string& value, GnssSim::SimOptions& sim,
-                          std::string& error)
-{
-    long number = 0;
-    if (name == "--receiver") {
-        sim.receiver = value;
-    } else if (name == "--port") {
-        sim.port = value;
-    } else if (name == "--baud") {
-        const bool ok = ReadNumber(name, value, number, error);
-        sim.startupBaud = static_cast<int>(number);
-        return Result(ok);
-    } else if (name == "--restart-ms") {
-        return Result(ReadNumber(name, value, sim.restartMs, error));
-    } else if (name == "--channel-config") {
-        const bool ok = ReadNumber(name, value, number, error);
-        sim.channelConfig = static_cast<int>(number);
-        return Result(ok);
-    } else if (name == "--channel-configs") {
-        const bool ok = ReadNumber(name, value, number, error);
-        sim.channelConfigCount = static_cast<int>(number);
-        return Result(ok);
-    } else if (name == "--valid-models") {
-        sim.validModels = std::vector<GnssSim::ValidModel>();
-        for (const std::string& model : GnssSim::SplitKeepingEmpty(value, ',')) {
-            sim.validModels->push_back(GnssSim::ValidModel{model, 0, 0, 0});
-        }
-    } else {
-        return Taken::No;
-    }
-    return Taken::Yes;
-}
-
-Taken ApplyIdentityOption(const std::string& name, const std::string& value, GnssSim::ReceiverIdentity& identity)
-{
-    GnssSim::Component& main = identity.Main();
-    if (name == "--component-type") {
-        main.type = value;
-    } else if (name == "--model") {
-        main.model = value;
-    } else if (name == "--psn") {
-        main.psn = value;
-    } else if (name == "--hw-version") {
-        main.hwVersion = value;
-    } else if (name == "--sw-version") {
-        main.swVersion = value;
-    } else if (name == "--boot-version") {
-        main.bootVersion = value;
-    } else if (name == "--package-version") {
-        identity.SetPackageVersion(value);
-    } else {
-        return Taken::No;
-    }
-    return Taken::Yes;
-}
-
-Taken ApplyLineOption(const std::string& name, const std::string& value, SimProgramOptions& options,
-                      std::string& error)
-{
-    long seed = 0;
-    if (name == "--link") {
-        options.sim.linkPath = value;
-    } else if (name == "--log") {
-        options.sim.wireLogPath = value;
-    } else if (name == "--heard") {
-        options.heardPath = value;
-    } else if (name == "--seed") {
-        const bool ok = ReadNumber(name, value, seed, error);
-        options.sim.noiseSeed = static_cast<std::uint32_t>(seed);
-        return Result(ok);
-    } else {
-        return Taken::No;
-    }
-    return Taken::Yes;
-}
-
-// "MS" or "MS:COMMAND".
-bool ReadMsAndCommand(const std::string& name, const std::string& text, long& ms, std::string& command,
-                      std::string& error)
-{
-    const std::size_t colon = text.find(':');
-    command = colon == std::string::npos ? kEveryCommand : text.substr(colon + 1);
-    return ReadNumber(name, text.substr(0, colon), ms, error);
-}
-
-// Over-long line faults take their length from --long-line-length, wherever it stands.
-struct FaultOptions {
-    std::vector<Fault> faults;
-    std::vector<Fault> longLines;
-    long longLineLength = Fault::kDefaultLongLine;
-};
-
-Taken ApplyTimedFault(const std::string& name, const std::string& value, FaultOptions& faults, std::string& error)
-{
-    long ms = 0;
-    std::string command;
-    if (name != "--delay" && name != "--split") {
-        return Taken::No;
-    }
-    if (!ReadMsAndCommand(name, value, ms, command, error)) {
-        return Taken::Bad;
-    }
-    faults.faults.push_back(name == "--delay" ? Fault::Delay(ms, command) : Fault::SplitAnswer(ms, command));
-    return Taken::Yes;
-}
-
-Taken ApplyLineFault(const std::string& name, const std::string& value, FaultOptions& faults, std::string& error)
-{
-    long number = 0;
-    if (name != "--noise-between" && name != "--hang-up-after" && name != "--start-baud" &&
-        name != "--nmea-flood" && name != "--long-line-length") {
-        return Taken::No;
-    }
-    if (!ReadNumber(name, value, number, error)) {
-        return Taken::Bad;
-    }
-    if (name == "--noise-between") {
-        faults.faults.push_back(Fault::NoiseBetweenLines(number));
-    } else if (name == "--hang-up-after") {
-        faults.faults.push_back(Fault::HangUpAfterBytes(number));
-    } else if (name == "--start-baud") {
-        faults.faults.push_back(Fault::StartAtBaud(number));
-    } else if (name == "--nmea-flood") {
-        faults.faults.push_back(Fault::NmeaFlood(number));
-    } else {
-        faults.longLineLength = number;
-    }
-    return Taken::Yes;
-}
-
-Taken ApplyAnswerFault(const std::string& name, const std::string& value, FaultOptions& faults)
-{
-    if (name == "--no-answer") {
-        faults.faults.push_back(Fault::NoAnswer(value));
-    } else if (name == "--nul-in") {
-        faults.faults.push_back(Fault::NulInAnswer(value));
-    } else if (name == "--nul-before") {
-        faults.faults.push_back(Fault::NulBeforeAnswer(value));
-    } else if (name == "--long-line-in") {
-        faults.longLines.push_back(Fault::LongLineInAnswer(value));
-    } else if (name == "--long-line-before") {
-        faults.longLines.push_back(Fault::LongLineBeforeAnswer(value));
-    } else {
-        return Taken::No;
-    }
-    return Taken::Yes;
-}
-
-bool ApplySwitch(const std::string& name, SimProgramOptions& options)
-{
-    if (name == "--help" || name == "-h") {
-        options.help = true;
-    } else if (name == "--pace") {
-        options.sim.pace = true;
-    } else if (name == "--echo") {
-        options.sim.echo = true;
-    } else if (name == "--quiet") {
-        options.quiet = true;
-    } else {
-        return false;
-    }
-    return true;
-}
-
-// Splits "--name=value" into its two parts; false when there is no "=".
-bool SplitAssignment(const std::string& arg, std::string& name, std::string& value)
-{
-    const std::size_t equals = arg.find('=');
-    name = arg.substr(0, equals);
-    value = equals == std::string::npos ? std::string() : arg.substr(equals + 1);
-    return equals != std::string::npos;
-}
-
-using NamedValues = std::vector<std::pair<std::string, std::string>>;
-
-// Sorts the arguments into switches, named values and the command after "--".
-bool CollectArguments(const std::vector<std::string>& args, SimProgramOptions& options, NamedValues& values,
-                      std::string& error)
-{
-    for (std::size_t i = 0; i < args.size(); ++i) {
-        if (args[i] == "--") {
-            options.command.assign(args.begin() + static_cast<long>(i) + 1, args.end());
-            return true;
-        }
-        std::string name;
-        std::string value;
-        const bool assigned = SplitAssignment(args[i], name, value);
-        if (!assigned && ApplySwitch(name, options)) {
-            continue;
-        }
-        if (!TakesValue(name)) {
-            error = "unknown option \"" + args[i] + "\"";
+    return [set = std::move(set)](const std::string& option, const std::string& value,
+                                  SimProgramOptions& options, std::string& error) {
+        long number = 0;
+        if (!ReadNumber(option, value, number, error)) {
             return false;
         }
-        if (!assigned && ++i >= args.size()) {
-            error = name + " needs a value";
+        set(options, number);
+        return true;
+    };
+}
+
+// "MS" or "MS:CMD".
+Setter MsAndCommand(std::function<Fault(long, const std::string&)> makeFault)
+{
+    return [makeFault = std::move(makeFault)](const std::string& option, const std::string& value,
+                                              SimProgramOptions& options, std::string& error) {
+        const std::size_t colon = value.find(':');
+        long ms = 0;
+        if (!ReadNumber(option, value.substr(0, colon), ms, error)) {
             return false;
         }
-        values.emplace_back(name, assigned ? value : args[i]);
-    }
-    return true;
+        options.sim.faults.push_back(
+            makeFault(ms, colon == std::string::npos ? kEveryCommand : value.substr(colon + 1)));
+        return true;
+    };
 }
 
-Taken ApplyValue(const std::string& name, const std::string& value, SimProgramOptions& options,
-                 FaultOptions& faults, std::string& error)
+Setter AnswerFault(std::function<Fault(const std::string&)> makeFault)
 {
-    Taken taken = ApplyReceiverOption(name, value, options.sim, error);
-    if (taken == Taken::No) {
-        taken = ApplyIdentityOption(name, value, *options.sim.identity);
-    }
-    if (taken == Taken::No) {
-        taken = ApplyLineOption(name, value, options, error);
-    }
-    if (taken == Taken::No) {
-        taken = ApplyTimedFault(name, value, faults, error);
-    }
-    if (taken == Taken::No) {
-        taken = ApplyLineFault(name, value, faults, error);
-    }
-    if (taken == Taken::No) {
-        taken = ApplyAnswerFault(name, value, faults);
-    }
-    return taken;
+    return Text([makeFault = std::move(makeFault)](SimProgramOptions& options, const std::string& command) {
+        options.sim.faults.push_back(makeFault(command));
+    });
 }
 
-// The receiver comes first: the identity options change its default identity.
-bool FindReceiver(const NamedValues& values, SimProgramOptions& options, std::string& error)
+Setter LineFault(std::function<Fault(long)> makeFault)
 {
-    bool given = false;
-    for (const auto& option : values) {
-        if (option.first == "--receiver") {
-            options.sim.receiver = option.second;
-            given = true;
-        }
-    }
+    return Number([makeFault = std::move(makeFault)](SimProgramOptions& options, long value) {
+        options.sim.faults.push_back(makeFault(value));
+    });
+}
+
+// A field of the receiver's main component, in the identity --receiver chose.
+Setter IdentityField(std::string Component::*field)
+{
+    return Text([field](SimProgramOptions& options, const std::string& value) {
+        options.sim.identity->Main().*field = value;
+    });
+}
+
+// Sets the receiver's own identity as well, which the identity options then change.
+bool ChooseReceiver(const std::string&, const std::string& name, SimProgramOptions& options,
+                    std::string& error)
+{
     GnssSim::ReceiverKind kind;
-    if (!options.help && !given) {
-        error = "--receiver is required";
+    if (!GnssSim::FindReceiverKind(name, kind)) {
+        error = "unknown receiver \"" + name + "\"";
         return false;
     }
-    if (!options.help && !GnssSim::FindReceiverKind(options.sim.receiver, kind)) {
-        error = "unknown receiver \"" + options.sim.receiver + "\"";
-        return false;
-    }
+    options.sim.receiver = name;
     options.sim.identity = GnssSim::DefaultIdentity(kind);
     return true;
 }
 
-}
-
-bool ParseSimCommandLine(const std::vector<std::string>& args, SimProgramOptions& options, std::string& error)
+void SetLongLineLength(SimProgramOptions& options, long length)
 {
-    NamedValues values;
-    if (!CollectArguments(args, options, values, error) || !FindReceiver(values, options, error)) {
-        return false;
-    }
-    FaultOptions faults;
-    for (const auto& option : values) {
-        if (ApplyValue(option.first, option.second, options, faults, error) != Taken::Yes) {
-            return false;
+    for (Fault& fault : options.sim.faults) {
+        if (fault.kind == GnssSim::FaultKind::LongLineInAnswer ||
+            fault.kind == GnssSim::FaultKind::LongLineBeforeAnswer) {
+            fault.value = length;
         }
     }
-    for (Fault fault : faults.longLines) {
-        fault.value = faults.longLineLength;
-        faults.faults.push_back(fault);
-    }
-    options.sim.faults = faults.faults;
-    return true;
 }
 
-std::string SimUsage()
+// "oemv, oemstar, ... pmcag or silent".
+std::string ReceiverList()
 {
-    std::string receivers;
-    for (const std::string& name : GnssSim::ReceiverNames()) {
-        receivers += (receivers.empty() ? "" : ", ") + name;
+    const std::vector<std::string> names = GnssSim::ReceiverNames();
+    std::string list;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        list += (i == 0 ? "" : i + 1 == names.size() ? " or " : ", ") + names[i];
     }
-    return "Usage: gnss-sim --receiver NAME [options] [-- COMMAND ARGS...]\n"
-           "\n"
-           "Plays a GNSS receiver on a pseudo-terminal. With a command, starts it once the line is ready\n"
-           "(its environment holds GNSS_SIM_PORT, the line's path), waits for it, prints a summary of\n"
-           "the wire log on standard error and exits with the command's status. Without one, serves\n"
-           "until interrupted (Ctrl-C) and then prints the summary.\n"
-           "\n"
-           "Receiver:\n"
-           "  --receiver NAME          " + receivers + "\n"
-           "  --baud N                 start-up speed (default 115200; real receivers leave the factory at 9600)\n"
-           "  --port COMn              the receiver port it listens on, named in its prompt (default COM1)\n"
-           "  --echo                   send back what it hears, as receivers do with ECHO ON\n"
-           "  --restart-ms N           how long a reset or selectchanconfig keeps it silent (default 5000)\n"
-           "  --channel-config N       channel configuration in use at start (default 1)\n"
-           "  --channel-configs N      how many channel configurations it offers\n"
-           "  --valid-models M1,M2     the models list it reports\n"
-           "  --component-type T --model M --psn S --hw-version V --sw-version V --boot-version V\n"
-           "                           its identity fields; --package-version V the PACKAGE component's\n"
-           "                           software version (an empty V removes the component)\n"
-           "\n"
-           "Line:\n"
-           "  --link PATH              make PATH (for example /dev/ttyO1) a symbolic link to the line;\n"
-           "                           removed on exit\n"
-           "  --pace                   send at the line's byte rate (10 bits a byte)\n"
-           "  --seed N                 seed of the noise generator, for a different repeatable run\n"
-           "  --log FILE               write the wire log to FILE as it grows\n"
-           "  --heard FILE             write what the receiver heard to FILE on exit, one entry a line,\n"
-           "                           without timestamps (for golden files)\n"
-           "  --quiet                  print neither the start line nor the summary, so that standard\n"
-           "                           error carries only the command's own (and gnss-sim's errors)\n"
-           "\n"
-           "Faults (CMD is a command as the receiver hears it, compared word by word without regard\n"
-           "to case; a last word * stands for any further words, and * alone for every command):\n"
-           "  --no-answer CMD          hear CMD but neither carry it out nor answer it (repeatable)\n"
-           "  --delay MS[:CMD]         answer MS ms late (every command when CMD is left out)\n"
-           "  --split MS[:CMD]         send the answer in two parts MS ms apart\n"
-           "  --nul-in CMD             a NUL byte inside the answer, so it cannot be recognised\n"
-           "  --nul-before CMD         a NUL byte on a line of its own before the answer\n"
-           "  --long-line-in CMD       an over-long answer (filler after its first character)\n"
-           "  --long-line-before CMD   an over-long line before the answer\n"
-           "  --long-line-length N     length of the over-long lines (default 1200)\n"
-           "  --noise-between N        N garbled bytes before every line the receiver starts\n"
-           "  --hang-up-after N        drop the line once the receiver has sent N bytes\n"
-           "  --start-baud N           start at N baud instead of the start-up speed (until a reset)\n"
-           "  --nmea-flood HZ          GGA and RMC sentences HZ times a second, unasked, from the start\n"
-           "\n"
-           "  --help                   this text\n";
+    return list;
+}
+
+void DeclareReceiverOptions(SimOptionTable& table)
+{
+    // First: the identity options apply to the identity of the receiver it chooses.
+    table.Value("receiver", "NAME", "The receiver to play: " + ReceiverList() + ".", ChooseReceiver,
+                Occurs::Required);
+    table.Value("baud", "N",
+                "The receiver's start-up speed: " + std::to_string(GnssSim::kDefaultStartupBaud) +
+                    " by default (real receivers leave the factory at 9600).",
+                Number([](SimProgramOptions& o, long baud) { o.sim.startupBaud = static_cast<int>(baud); }));
+    table.Value("port", "COMn",
+                "The receiver port it listens on, named in its prompt and log headers: COM1 by default.",
+                Text([](SimProgramOptions& o, const std::string& port) { o.sim.port = port; }));
+    table.Switch("echo", "Send back what it hears, as receivers do with ECHO ON.",
+                 [](SimProgramOptions& o) { o.sim.echo = true; });
+    table.Value("restart-ms", "N",
+                "How long a reset or selectchanconfig keeps the receiver silent, in milliseconds: " +
+                    std::to_string(GnssSim::kDefaultRestartMs) + " by default.",
+                Number([](SimProgramOptions& o, long ms) { o.sim.restartMs = ms; }));
+    table.Value(
+        "channel-config", "N", "The channel configuration in use at start: 1 by default.",
+        Number([](SimProgramOptions& o, long number) { o.sim.channelConfig = static_cast<int>(number); }));
+    table.Value(
+        "channel-configs", "N",
+        "How many channel configurations the receiver offers: by default as many as its generation.",
+        Number([](SimProgramOptions& o, long count) { o.sim.channelConfigCount = static_cast<int>(count); }));
+    table.Value("valid-models", "M1,M2,...",
+                "The models list the receiver reports: by default its own model and one other.",
+                Text([](SimProgramOptions& o, const std::string& list) {
+                    o.sim.validModels.emplace();
+                    for (const std::string& model : GnssSim::SplitKeepingEmpty(list, ',')) {
+                        o.sim.validModels->push_back(GnssSim::ValidModel{model, 0, 0, 0});
+                    }
+                }));
+}
+
+void DeclareIdentityOptions(SimOptionTable& table)
+{
+    table.Value("component-type", "TYPE", "The type of the receiver's main component in its version log.",
+                IdentityField(&Component::type));
+    table.Value("model", "M", "The receiver's model.", IdentityField(&Component::model));
+    table.Value("psn", "S", "The receiver's product serial number.", IdentityField(&Component::psn));
+    table.Value("hw-version", "V", "The receiver's hardware version.", IdentityField(&Component::hwVersion));
+    table.Value("sw-version", "V", "The receiver's software version.", IdentityField(&Component::swVersion));
+    table.Value("boot-version", "V", "The receiver's boot code version.",
+                IdentityField(&Component::bootVersion));
+    table.Value("package-version", "V",
+                "The software version of the PACKAGE component; an empty one removes the component.",
+                Text([](SimProgramOptions& o, const std::string& version) {
+                    o.sim.identity->SetPackageVersion(version);
+                }));
+}
+
+void DeclareLineOptions(SimOptionTable& table)
+{
+    table.Value(
+        "link", "PATH",
+        "Make PATH (for example /dev/ttyO1) a symbolic link to the line, removed on exit; an existing file "
+        "that is not a symbolic link is never replaced.",
+        Text([](SimProgramOptions& o, const std::string& path) { o.sim.linkPath = path; }));
+    table.Switch(
+        "pace", "Send at the line's byte rate, 10 bits a byte: a version log takes about 0.3 s at 9600 baud.",
+        [](SimProgramOptions& o) { o.sim.pace = true; });
+    table.Value(
+        "seed", "N", "Seed of the noise generator, for a different repeatable run.",
+        Number([](SimProgramOptions& o, long seed) { o.sim.noiseSeed = static_cast<std::uint32_t>(seed); }));
+    table.Value("log", "FILE", "Write the wire log to FILE as it grows.",
+                Text([](SimProgramOptions& o, const std::string& path) { o.sim.wireLogPath = path; }));
+    table.Value(
+        "heard", "FILE",
+        "Write what the receiver heard to FILE on exit, one entry a line, without times or byte counts "
+        "(for golden files).",
+        Text([](SimProgramOptions& o, const std::string& path) { o.heardPath = path; }));
+    table.Switch(
+        "quiet",
+        "Print neither the start line nor the summary, so that standard error carries only the command's "
+        "own (and gnss-sim's errors).",
+        [](SimProgramOptions& o) { o.quiet = true; });
+}
+
+void DeclareFaultOptions(SimOptionTable& table)
+{
+    table.Value("no-answer", "CMD", "Hear CMD but neither carry it out nor answer it.",
+                AnswerFault([](const std::string& command) { return Fault::NoAnswer(command); }),
+                Occurs::Repeatable);
+    table.Value("delay", "MS[:CMD]", "Answer CMD MS milliseconds late (every command when CMD is left out).",
+                MsAndCommand([](long ms, const std::string& command) { return Fault::Delay(ms, command); }),
+                Occurs::Repeatable);
+    table.Value(
+        "split", "MS[:CMD]",
+        "Send the answer to CMD in two writes MS milliseconds apart, cut two characters into it (every "
+        "command's when CMD is left out).",
+        MsAndCommand([](long ms, const std::string& command) { return Fault::SplitAnswer(ms, command); }),
+        Occurs::Repeatable);
+    table.Value("nul-in", "CMD", "A NUL byte inside the answer to CMD, so that it cannot be recognised.",
+                AnswerFault([](const std::string& command) { return Fault::NulInAnswer(command); }),
+                Occurs::Repeatable);
+    table.Value("nul-before", "CMD", "A NUL byte on a line of its own before the answer to CMD.",
+                AnswerFault([](const std::string& command) { return Fault::NulBeforeAnswer(command); }),
+                Occurs::Repeatable);
+    table.Value("long-line-in", "CMD", "An over-long answer to CMD (filler after its first character).",
+                AnswerFault([](const std::string& command) { return Fault::LongLineInAnswer(command); }),
+                Occurs::Repeatable);
+    table.Value("long-line-before", "CMD", "An over-long line before the answer to CMD.",
+                AnswerFault([](const std::string& command) { return Fault::LongLineBeforeAnswer(command); }),
+                Occurs::Repeatable);
+    // After the long-line faults, which it lengthens wherever it stands.
+    table.Value("long-line-length", "N",
+                "The length of the over-long lines: " + std::to_string(Fault::kDefaultLongLine) +
+                    " by default, wherever the option stands.",
+                Number(SetLongLineLength));
+    table.Value("noise-between", "N", "N garbled bytes before every line the receiver starts.",
+                LineFault([](long bytes) { return Fault::NoiseBetweenLines(bytes); }));
+    table.Value(
+        "hang-up-after", "N",
+        "Drop the line once the receiver has sent N bytes and the tool has read them (or a second later).",
+        LineFault([](long bytes) { return Fault::HangUpAfterBytes(bytes); }));
+    table.Value(
+        "start-baud", "N",
+        "Start at N baud instead of the start-up speed, and return to the start-up speed after a reset.",
+        LineFault([](long baud) { return Fault::StartAtBaud(baud); }));
+    table.Value(
+        "nmea-flood", "HZ",
+        "GGA and RMC sentences HZ times a second each, unasked, from the start, at the receiver's speed "
+        "(none while it restarts), whatever the receiver was told to log.",
+        LineFault([](long perSecond) { return Fault::NmeaFlood(perSecond); }));
+}
+
+}
+
+bool ParseSimCommandLine(const std::vector<std::string>& args, SimProgramOptions& options, std::ostream& help,
+                         std::string& error)
+{
+    const auto commandStart = std::find(args.begin(), args.end(), "--");
+    SimOptionTable table(kHelpMessage, help);
+    DeclareReceiverOptions(table);
+    DeclareIdentityOptions(table);
+    DeclareLineOptions(table);
+    DeclareFaultOptions(table);
+    if (!table.Parse(std::vector<std::string>(args.begin(), commandStart), options, error)) {
+        return false;
+    }
+    if (commandStart != args.end()) {
+        options.command.assign(commandStart + 1, args.end());
+    }
+    return true;
 }

@@ -151,12 +151,11 @@ int RunSimProgram(const std::vector<std::string>& args, std::ostream& out, std::
 {
     SimProgramOptions options;
     std::string error;
-    if (!ParseSimCommandLine(args, options, error)) {
+    if (!ParseSimCommandLine(args, options, out, error)) {
         err << "gnss-sim: " << error << "\nTry gnss-sim --help.\n";
         return kUsageStatus;
     }
     if (options.help) {
-        out << SimUsage();
         return 0;
     }
     BlockProgramSignals();
