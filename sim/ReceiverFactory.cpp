@@ -29,6 +29,7 @@ bool MakeReceiverSetup(const SimOptions& options, TimePoint start, ReceiverSetup
         FindReceiverKind("silent", setup.kind);
     }
     setup.identity = options.identity ? *options.identity : DefaultIdentity(setup.kind);
+    setup.versionLine = options.versionLine;
     setup.validModels = options.validModels ? *options.validModels : DefaultValidModels(setup.kind, setup.identity);
     setup.channelConfigCount =
         options.channelConfigCount ? *options.channelConfigCount : TraitsOf(setup.kind.generation).channelConfigCount;

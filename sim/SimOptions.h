@@ -30,6 +30,11 @@ struct SimOptions {
     std::optional<std::vector<ValidModel>> validModels;
     std::optional<int> channelConfigCount;
 
+    // A NovAtel receiver's version log, byte for byte as it is to be sent (its line end included),
+    // instead of the one made from the identity: a unit's own line from the field, to see what the
+    // tool makes of it. The other families have no version log and leave it unused.
+    std::optional<std::string> versionLine;
+
     // The speed the receiver starts at and comes back at after a reset, unless a configuration
     // with another speed was saved.
     int startupBaud = kDefaultStartupBaud;

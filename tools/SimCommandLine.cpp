@@ -4,6 +4,11 @@
 #include "sim/text/ByteText.h"
 #include "tools/SimOptionTable.h"
 
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <unistd.h>
 #include <utility>
 
 namespace {
@@ -121,14 +126,85 @@ void SetLongLineLength(SimProgramOptions& options, long length)
 }
 
 // "oemv, oemstar, ... pmcag or silent".
-std::string ReceiverList()
+std::string NameList(const std::vector<std::string>& names)
 {
-    const std::vector<std::string> names = GnssSim::ReceiverNames();
     std::string list;
     for (std::size_t i = 0; i < names.size(); ++i) {
         list += (i == 0 ? "" : i + 1 == names.size() ? " or " : ", ") + names[i];
     }
     return list;
+}
+
+std::string ReceiverList()
+{
+    return NameList(GnssSim::ReceiverNames());
+}
+
+bool IsNovatel(const std::string& name)
+{
+    GnssSim::ReceiverKind kind;
+    return GnssSim::FindReceiverKind(name, kind) && kind.family == GnssSim::Family::Novatel;
+}
+
+// Only the NovAtel receivers send a version log; a line given for another would be silently
+// unused, and a field report reproduced with it would mislead.
+bool SetVersionLine(const std::string& option, const std::string& line, SimProgramOptions& options,
+                    std::string& error)
+{
+    if (!IsNovatel(options.sim.receiver)) {
+        std::vector<std::string> novatel = GnssSim::ReceiverNames();
+        novatel.erase(std::remove_if(novatel.begin(), novatel.end(), [](const std::string& name) { return !IsNovatel(name); }),
+                      novatel.end());
+        error = option + " needs a NovAtel receiver (" + NameList(novatel) + "); " + options.sim.receiver +
+                " sends no version log";
+        return false;
+    }
+    if (options.sim.versionLine) {
+        error = option + " and --version-line both give the version line; give one";
+        return false;
+    }
+    options.sim.versionLine = line;
+    return true;
+}
+
+// The receivers end their logs with CR LF; a line typed on the command line has none.
+bool VersionLineText(const std::string& option, const std::string& text, SimProgramOptions& options,
+                     std::string& error)
+{
+    return SetVersionLine(option, text + "\r\n", options, error);
+}
+
+// The whole file; false with the system's reason when it cannot be read. An empty file gives no
+// bytes.
+bool ReadFileBytes(const std::string& path, std::string& bytes, std::string& reason)
+{
+    const int fd = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (fd < 0) {
+        reason = std::strerror(errno);
+        return false;
+    }
+    char buffer[4096];
+    ssize_t count = 0;
+    while ((count = read(fd, buffer, sizeof buffer)) > 0) {
+        bytes.append(buffer, static_cast<std::size_t>(count));
+    }
+    reason = count < 0 ? std::strerror(errno) : "";
+    close(fd);
+    return count == 0;
+}
+
+// The file's bytes exactly, so that a line saved from a real unit keeps its line end and any odd
+// byte in it.
+bool VersionLineFile(const std::string& option, const std::string& path, SimProgramOptions& options,
+                     std::string& error)
+{
+    std::string bytes;
+    std::string reason;
+    if (!ReadFileBytes(path, bytes, reason)) {
+        error = "cannot read " + option + " \"" + path + "\": " + reason;
+        return false;
+    }
+    return SetVersionLine(option, bytes, options, error);
 }
 
 void DeclareReceiverOptions(SimOptionTable& table)
@@ -181,6 +257,15 @@ void DeclareIdentityOptions(SimOptionTable& table)
                 Text([](SimProgramOptions& o, const std::string& version) {
                     o.sim.identity->SetPackageVersion(version);
                 }));
+    // After the identity options: the line replaces the whole version log they describe.
+    table.Value("version-line", "TEXT",
+                "Answer a request for the version log with TEXT and CR LF instead of a log made from the "
+                "identity, so that a unit's own line can be tried (NovAtel receivers only).",
+                VersionLineText);
+    table.Value("version-line-file", "FILE",
+                "Answer a request for the version log with the bytes of FILE exactly, line end and any odd "
+                "byte included (NovAtel receivers only).",
+                VersionLineFile);
 }
 
 void DeclareLineOptions(SimOptionTable& table)

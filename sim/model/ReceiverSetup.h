@@ -7,6 +7,7 @@
 #include "sim/model/ReceiverIdentity.h"
 #include "sim/model/ReceiverState.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -21,6 +22,7 @@ class WireLog;
 struct ReceiverSetup {
     ReceiverKind kind;
     ReceiverIdentity identity;
+    std::optional<std::string> versionLine; // sent as the version log instead of one made from identity
     std::vector<ValidModel> validModels;
     int channelConfigCount = 0;
     // What the receiver starts with and comes back to after a reset when nothing was saved; its

@@ -230,6 +230,9 @@ std::string NovatelReceiver::AsciiLog(const std::string& logName) const
     NovatelLogHeader header;
     header.port = Setup().port;
     header.seconds = kStartSecondsOfWeek + std::chrono::duration<double>(Now() - Setup().start).count();
+    if (logName == "VERSIONA" && Setup().versionLine) {
+        return *Setup().versionLine;
+    }
     if (logName == "VERSIONA") {
         return FormatNovatelLog(logName, header, VersionLogBody(Setup().identity));
     }

@@ -46,6 +46,38 @@ const QueryCase kEveryReceiver[] = {
 INSTANTIATE_TEST_SUITE_P(EveryReceiver, QueryRun, testing::ValuesIn(kEveryReceiver),
                          [](const auto& info) { return std::get<0>(info.param); });
 
+// A field report's own version line, played by a receiver of another generation, is classified by
+// the line alone: the same type and firmware the unit itself would get.
+TEST(QueryRun, ClassifiesAUnitsOwnVersionLine)
+{
+    struct Case {
+        const char* name;
+        const char* receiver;
+        const char* line;
+        const char* type;
+        const char* firmware;
+    };
+    const Case cases[] = {
+        {"an OEM6 unit's line", "oem7700",
+         "#VERSIONA,COM1,0,80.0,FINESTEERING,2318,302400.106,02000020,b1f6,16809;2,GPSCARD,\"D2LRPGTTN\","
+         "\"BFN11340108\",\"OEM615-1.01\",\"OEM060600RN0000\",\"OEM060200RB0000\",\"2014/Apr/23\",\"13:39:17\","
+         "PACKAGE,\"\",\"\",\"\",\"OEM060600RP0000\",\"\",\"2014/Apr/23\",\"13:39:17\"*982cd131\r\n",
+         "OEM6", "060600"},
+        {"an OEMV unit's line", "oem6",
+         "#VERSIONA,COM1,0,80.0,FINESTEERING,2318,302400.102,02000020,b1f6,16809;2,GPSCARD,\"L12RV\","
+         "\"DZZ06040010\",\"OEMV2G-2.00-2T\",\"3.000A19\",\"3.000A9\",\"2006/Feb/ 9\",\"17:14:33\",PACKAGE,"
+         "\"\",\"\",\"\",\"3.000A19P\",\"\",\"2006/Feb/ 9\",\"17:14:33\"*c33123e8\r\n",
+         "Unknown", ""},
+    };
+    for (const Case& example : cases) {
+        SCOPED_TRACE(example.name);
+        GnssSim::SimOptions options = TestReceiverOptions(example.receiver);
+        options.versionLine = example.line;
+        SimulatedReceiver receiver(options);
+        EXPECT_EQ(RunAgainst(receiver, {"-Q"}), (RunOutcome{0, PrintOut(example.type, example.firmware), "", {}}));
+    }
+}
+
 // Every item of the print-out asks the receiver afresh, and the firmware is asked for once more
 // before it, as the console's tool always did: with detection, six version requests. The version
 // line is printed as the receiver sent it, its line end included.

@@ -95,3 +95,30 @@ TEST(NovatelWire, RestartsLastTheirTimeAndBringBackWhatWasSaved)
     EXPECT_EQ(sentence.rfind("$GPZDA,", 0), 0u) << EscapeBytes(sentence);
     EXPECT_TRUE(HasRightCheck(sentence)) << EscapeBytes(sentence);
 }
+
+// A unit's own version line reaches the tool exactly as given, after the reply and the prompt, for
+// every generation; so the tool classifies it as it would the unit.
+TEST(NovatelWire, AGivenVersionLineIsTheVersionLogByteForByte)
+{
+    struct Case {
+        const char* name;
+        const char* receiver;
+        std::string line;
+    };
+    const char oddBytes[] = "#VERSIONA\0\xe9\x01\r;*\r\r\n";
+    const Case cases[] = {
+        {"another generation's line", "oem7700", "#VERSIONA,COM1,0,80.0;1,GPSCARD,\"OEM060600RN0000\"*982cd131\r\n"},
+        {"odd bytes and a lone CR", "oemv", std::string(oddBytes, sizeof oddBytes - 1)},
+        {"no line end", "oemstar", "#VERSIONA,COM1"},
+    };
+    for (const Case& example : cases) {
+        SCOPED_TRACE(example.name);
+        SimOptions options = TestReceiverOptions(example.receiver);
+        options.versionLine = example.line;
+        SimulatedReceiver receiver(options);
+        Send(receiver.OpenPort(), "log versiona once\r\n");
+        const std::string reply = ReadFor(receiver.Port(), kReplyMs, "[COM1]");
+        EXPECT_EQ(EscapeBytes(reply + ReadFor(receiver.Port(), kSilenceMs)),
+                  EscapeBytes("\r\n<OK\r\n[COM1]" + example.line));
+    }
+}

@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <sstream>
+#include <unistd.h>
 
 using namespace GnssSim;
 
@@ -28,6 +29,29 @@ std::vector<std::string> FaultTexts(const std::vector<Fault>& faults)
     return texts;
 }
 
+// A file holding bytes, removed with the object.
+class ScratchFile {
+public:
+    explicit ScratchFile(const std::string& bytes)
+    {
+        const int fd = mkstemp(m_path);
+        EXPECT_EQ(write(fd, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
+        close(fd);
+    }
+    ~ScratchFile() { unlink(m_path); }
+    ScratchFile(const ScratchFile&) = delete;
+    ScratchFile& operator=(const ScratchFile&) = delete;
+
+    std::string Path() const { return m_path; }
+
+private:
+    char m_path[32] = "/tmp/gnss-sim-line-XXXXXX";
+};
+
+// A version line as a unit might send it: a lone CR, a NUL and a byte above 127 in it.
+const char kOddBytes[] = "#VERSIONA,COM1;1,GPSCARD,\"\r\0\xe9\"*0\n";
+const std::string kOddVersionLine(kOddBytes, sizeof kOddBytes - 1);
+
 ReceiverIdentity DefaultIdentityOf(const std::string& receiver)
 {
     ReceiverKind kind;
@@ -41,6 +65,7 @@ ReceiverIdentity DefaultIdentityOf(const std::string& receiver)
 // the manual page.
 TEST(SimCommandLine, TurnsEveryOptionIntoWhatTheSimulatorIsToldToDo)
 {
+    const ScratchFile versionLine(kOddVersionLine);
     struct Case {
         const char* name;
         std::vector<std::string> args;
@@ -62,6 +87,7 @@ TEST(SimCommandLine, TurnsEveryOptionIntoWhatTheSimulatorIsToldToDo)
              EXPECT_TRUE(o.sim.faults.empty() && o.command.empty() && o.heardPath.empty());
              EXPECT_TRUE(o.sim.linkPath.empty() && o.sim.wireLogPath.empty());
              EXPECT_EQ(o.sim.identity->Main().swVersion, DefaultIdentityOf("oem6").Main().swVersion);
+             EXPECT_FALSE(o.sim.versionLine.has_value());
          }},
         {"values after a blank or an equals sign",
          {"--receiver=csi", "--baud", "9600", "--restart-ms=1", "--port", "COM2", "--channel-config", "3",
@@ -104,6 +130,12 @@ TEST(SimCommandLine, TurnsEveryOptionIntoWhatTheSimulatorIsToldToDo)
              ASSERT_NE(o.sim.identity->Package(), nullptr);
              EXPECT_EQ(o.sim.identity->Package()->swVersion, "V2");
          }},
+        {"a version line typed gets the receivers' line end",
+         {"--receiver", "oemv", "--version-line", "#VERSIONA,COM1;\"L\""},
+         [](const SimProgramOptions& o) { EXPECT_EQ(o.sim.versionLine, "#VERSIONA,COM1;\"L\"\r\n"); }},
+        {"a version line file byte for byte",
+         {"--version-line-file", versionLine.Path(), "--receiver", "oem7700"},
+         [](const SimProgramOptions& o) { EXPECT_EQ(o.sim.versionLine, kOddVersionLine); }},
         {"answer faults, each as often as given",
          {"--receiver", "oem6", "--no-answer", "SBASCONTROL *", "--no-answer=LOG VERSIONA", "--delay", "300",
           "--delay", "20:echo off", "--split", "5:$JAPP", "--nul-in", "A", "--nul-before", "B"},
@@ -182,6 +214,16 @@ TEST(SimCommandLine, RefusesWhatItCannotUseWithItsReasonAndStatusTwo)
         {"delay without a number",
          {"--receiver", "oem6", "--delay", ":LOG"},
          "--delay needs a number, not \"\""},
+        {"a version line for a receiver without a version log",
+         {"--receiver", "csi", "--version-line", "#VERSIONA"},
+         "--version-line needs a NovAtel receiver (oemv, oemstar, oemstarg, oem6, oem7500 or oem7700); csi "
+         "sends no version log"},
+        {"two version lines",
+         {"--receiver", "oem6", "--version-line-file", "/dev/null", "--version-line", "#VERSIONA"},
+         "--version-line-file and --version-line both give the version line; give one"},
+        {"a version line file that cannot be read",
+         {"--receiver", "oem6", "--version-line-file", "/"},
+         "cannot read --version-line-file \"/\": Is a directory"},
     };
     for (const Case& example : cases) {
         SCOPED_TRACE(example.name);
