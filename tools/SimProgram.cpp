@@ -2,6 +2,7 @@
 
 #include "sim/Simulator.h"
 #include "sim/line/WireLog.h"
+#include "sim/line/WireMeanings.h"
 #include "sim/text/ByteText.h"
 #include "sim/text/Checksums.h"
 #include "tools/ChildCommand.h"
@@ -37,7 +38,7 @@ std::string CrcNotes(const std::string& bytes)
 
 bool IsStreamedLog(const GnssSim::WireLogEntry& entry)
 {
-    return entry.direction == GnssSim::WireDirection::Out && entry.meaning.rfind("log ", 0) == 0;
+    return entry.direction == GnssSim::WireDirection::Out && entry.meaning.rfind(GnssSim::kMeaningStreamedLog, 0) == 0;
 }
 
 std::string SummaryLine(const GnssSim::WireLogEntry& entry)
@@ -66,9 +67,10 @@ struct Counts {
 void Count(const GnssSim::WireLogEntry& entry, Counts& counts)
 {
     if (entry.direction == GnssSim::WireDirection::Heard) {
-        const bool line = entry.meaning.rfind("line:", 0) == 0 || entry.meaning.rfind("garbled line:", 0) == 0;
+        const bool line = entry.meaning.rfind(GnssSim::kMeaningLine, 0) == 0 ||
+                          entry.meaning.rfind(GnssSim::kMeaningGarbledLine, 0) == 0;
         counts.lines += line ? 1 : 0;
-        counts.noise += entry.meaning.rfind("noise", 0) == 0 ? 1 : 0;
+        counts.noise += entry.meaning.rfind(GnssSim::kMeaningNoise, 0) == 0 ? 1 : 0;
     } else if (entry.direction == GnssSim::WireDirection::Out) {
         (IsStreamedLog(entry) ? counts.streamed : counts.answers) += 1;
     }

@@ -3,6 +3,7 @@
 #include "sim/line/NoiseMaker.h"
 #include "sim/line/Pty.h"
 #include "sim/line/WireLog.h"
+#include "sim/line/WireMeanings.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -166,9 +167,9 @@ void Transmitter::WriteToLine(const std::string& bytes, const OutputItem& item, 
     const std::string onLine = speedsMatch ? bytes : m_noise.Garble(bytes, item.receiverBaud, lineBaud);
     std::string meaning = item.meaning;
     if (!speedsMatch) {
-        meaning = (onLine.empty() ? "nothing reaches the tool" : "noise") + std::string(" (line at ") +
-                  std::to_string(lineBaud) + ", receiver at " + std::to_string(item.receiverBaud) + "): " +
-                  item.meaning;
+        meaning = (onLine.empty() ? kMeaningOutNothing : kMeaningOutNoise) + std::string("line at ") +
+                  std::to_string(lineBaud) + ", receiver at " + std::to_string(item.receiverBaud) +
+                  kMeaningMeantToSend + item.meaning;
     }
     ssize_t written = 0;
     if (!onLine.empty()) {

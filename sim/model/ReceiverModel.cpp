@@ -4,6 +4,7 @@
 #include "sim/line/Pty.h"
 #include "sim/line/Transmitter.h"
 #include "sim/line/WireLog.h"
+#include "sim/line/WireMeanings.h"
 #include "sim/text/NmeaSentences.h"
 
 #include <algorithm>
@@ -66,14 +67,14 @@ void ReceiverModel::Receive(const std::string& bytes, int lineBaud, TimePoint no
         if (IsRestarting()) {
             m_line.heard.AddLost(rest, lineBaud, m_state.baud);
             m_line.wireLog.Add(now, WireDirection::Heard, lineBaud, m_state.baud, rest,
-                               "lost: the receiver is restarting");
+                               std::string(kMeaningLost) + "the receiver is restarting");
             return;
         }
         if (lineBaud != m_state.baud) {
             m_line.heard.AddNoise(rest, lineBaud, m_state.baud);
             OnNoiseHeard();
             m_line.wireLog.Add(now, WireDirection::Heard, lineBaud, m_state.baud, rest,
-                               "noise: line at " + std::to_string(lineBaud) + ", receiver at " +
+                               kMeaningNoise + std::string("line at ") + std::to_string(lineBaud) + ", receiver at " +
                                    std::to_string(m_state.baud));
             return;
         }
@@ -107,7 +108,7 @@ void ReceiverModel::RecordLine(const std::string& line, bool garbled, const std:
 {
     m_line.heard.AddLine(line, m_lineBaud, m_state.baud, garbled, verdict);
     m_line.wireLog.Add(m_now, WireDirection::Heard, m_lineBaud, m_state.baud, line,
-                       (garbled ? "garbled line: " : "line: ") + verdict);
+                       (garbled ? kMeaningGarbledLine : kMeaningLine) + verdict);
 }
 
 void ReceiverModel::RecordPacket(const std::string& bytes, int id, const std::string& payload, bool sumOk,
@@ -115,7 +116,7 @@ void ReceiverModel::RecordPacket(const std::string& bytes, int id, const std::st
 {
     m_line.heard.AddPacket(bytes, id, payload, sumOk, m_state.baud, verdict);
     m_line.wireLog.Add(m_now, WireDirection::Heard, m_lineBaud, m_state.baud, bytes,
-                       "packet " + std::to_string(id) + ": " + verdict);
+                       kMeaningPacket + std::to_string(id) + ": " + verdict);
 }
 
 bool ReceiverModel::IsSilenced(const std::string& heardLine) const
@@ -178,11 +179,11 @@ void ReceiverModel::SendStreamedLogs()
 {
     for (const std::string& name : m_schedule.TakeDue(m_now)) {
         const std::string text = LogOutput(name);
-        m_line.transmitter.Queue(OutputItem{text, m_state.baud, "log " + name, m_now, false}, m_now);
+        m_line.transmitter.Queue(OutputItem{text, m_state.baud, kMeaningStreamedLog + name, m_now, false}, m_now);
     }
     for (const std::string& name : m_flood.TakeDue(m_now)) {
         const std::string text = NmeaSentencesFor(name, std::chrono::duration<double>(m_now - m_setup.start).count());
-        m_line.transmitter.Queue(OutputItem{text, m_state.baud, "flood " + name, m_now, false}, m_now);
+        m_line.transmitter.Queue(OutputItem{text, m_state.baud, kMeaningFlood + name, m_now, false}, m_now);
     }
 }
 
@@ -211,7 +212,7 @@ void ReceiverModel::BeginRestart(const std::string& reason)
 {
     m_restartingUntil = MsAfter(m_now, m_setup.restartMs);
     m_schedule.Clear();
-    LogEvent("restarting after \"" + reason + "\": silent for " + std::to_string(m_setup.restartMs) + " ms");
+    LogEvent(kMeaningRestarting + ("\"" + reason) + "\": silent for " + std::to_string(m_setup.restartMs) + " ms");
 }
 
 void ReceiverModel::FinishRestartIfDue(TimePoint now)
@@ -225,7 +226,7 @@ void ReceiverModel::FinishRestartIfDue(TimePoint now)
     m_restartingUntil = Never();
     m_schedule.Follow(m_state.logs, now);
     OnRestarted();
-    LogEvent(std::string("back from the restart at ") + std::to_string(m_state.baud) + " baud, with the " +
+    LogEvent(std::string(kMeaningBackFromRestart) + " at " + std::to_string(m_state.baud) + " baud, with the " +
              (m_saved ? "saved" : "start-up") + " configuration");
 }
 

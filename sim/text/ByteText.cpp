@@ -33,9 +33,9 @@ bool IsSeparator(char character)
     return character == ' ' || character == '\t' || character == ',';
 }
 
-}
-
-std::string EscapeBytes(const std::string& bytes)
+// Bytes as one printable line; quotes and backslashes escaped only where the text is to be read
+// back.
+std::string Escaped(const std::string& bytes, bool quoting)
 {
     std::string text;
     for (unsigned char byte : bytes) {
@@ -43,10 +43,11 @@ std::string EscapeBytes(const std::string& bytes)
         case '\r': text += "\\r"; break;
         case '\n': text += "\\n"; break;
         case '\t': text += "\\t"; break;
-        case '\\': text += "\\\\"; break;
-        case '"': text += "\\\""; break;
         default:
-            if (IsPrintable(byte)) {
+            if (quoting && (byte == '\\' || byte == '"')) {
+                text += '\\';
+                text += static_cast<char>(byte);
+            } else if (IsPrintable(byte)) {
                 text += static_cast<char>(byte);
             } else {
                 char escaped[5];
@@ -56,6 +57,18 @@ std::string EscapeBytes(const std::string& bytes)
         }
     }
     return text;
+}
+
+}
+
+std::string EscapeBytes(const std::string& bytes)
+{
+    return Escaped(bytes, true);
+}
+
+std::string ShownBytes(const std::string& bytes)
+{
+    return Escaped(bytes, false);
 }
 
 bool UnescapeBytes(const std::string& text, std::string& bytes)

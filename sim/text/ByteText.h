@@ -13,6 +13,10 @@ namespace GnssSim {
 // other than the space character itself.
 std::string EscapeBytes(const std::string& bytes);
 
+// Bytes as one line for people to read rather than to read back: as EscapeBytes, but backslash and
+// double quote as they are.
+std::string ShownBytes(const std::string& bytes);
+
 // The reverse of EscapeBytes; false when the text holds an escape it does not produce.
 bool UnescapeBytes(const std::string& text, std::string& bytes);
 
