@@ -259,6 +259,12 @@ std::vector<std::string> Simulator::WireLogLines() const
     return m_wireLog.Lines();
 }
 
+void Simulator::NoteEvent(const std::string& meaning)
+{
+    std::lock_guard<std::mutex> lock(m_mutex);
+    m_wireLog.Add(SimClock::now(), WireDirection::Event, m_pty.LineBaud(), m_model->State().baud, "", meaning);
+}
+
 ReceiverState Simulator::State() const
 {
     std::lock_guard<std::mutex> lock(m_mutex);

@@ -73,6 +73,9 @@ public:
     void ClearHeard();
 
     std::vector<std::string> WireLogLines() const;
+    // Writes an event of the caller's into the wire log now, with the speeds of the moment (the
+    // end of the command run against the line, which readers of the log take as the session's).
+    void NoteEvent(const std::string& meaning);
 
     ReceiverState State() const;
     void SetState(const ReceiverState& state);

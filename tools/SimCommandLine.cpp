@@ -174,13 +174,20 @@ bool VersionLineText(const std::string& option, const std::string& text, SimProg
     return SetVersionLine(option, text + "\r\n", options, error);
 }
 
+// The system's words for an error number; strerrordesc_np only looks them up, sharing no buffer.
+std::string ErrorText(int number)
+{
+    const char* text = strerrordesc_np(number);
+    return text != nullptr ? text : "error " + std::to_string(number);
+}
+
 // The whole file; false with the system's reason when it cannot be read. An empty file gives no
 // bytes.
 bool ReadFileBytes(const std::string& path, std::string& bytes, std::string& reason)
 {
     const int fd = open(path.c_str(), O_RDONLY | O_CLOEXEC);
     if (fd < 0) {
-        reason = std::strerror(errno);
+        reason = ErrorText(errno);
         return false;
     }
     char buffer[4096];
@@ -188,7 +195,7 @@ bool ReadFileBytes(const std::string& path, std::string& bytes, std::string& rea
     while ((count = read(fd, buffer, sizeof buffer)) > 0) {
         bytes.append(buffer, static_cast<std::size_t>(count));
     }
-    reason = count < 0 ? std::strerror(errno) : "";
+    reason = count < 0 ? ErrorText(errno) : "";
     close(fd);
     return count == 0;
 }
@@ -288,6 +295,11 @@ void DeclareLineOptions(SimOptionTable& table)
         "Write what the receiver heard to FILE on exit, one entry a line, without times or byte counts "
         "(for golden files).",
         Text([](SimProgramOptions& o, const std::string& path) { o.heardPath = path; }));
+    table.Value(
+        "timeline", "FILE",
+        "Draw the session in FILE on exit, an SVG picture: time across, the tool's lines above and the "
+        "receiver's below, the speeds, what was lost and the waits.",
+        Text([](SimProgramOptions& o, const std::string& path) { o.timelinePath = path; }));
     table.Switch(
         "quiet",
         "Print neither the start line nor the summary, so that standard error carries only the command's "

@@ -5,6 +5,7 @@
 #include "sim/line/WireMeanings.h"
 #include "sim/text/ByteText.h"
 #include "sim/text/Checksums.h"
+#include "sim/timeline/TimelineSvg.h"
 #include "tools/ChildCommand.h"
 
 #include <cstdio>
@@ -87,7 +88,31 @@ bool WriteTranscript(const std::string& path, const std::string& transcript, std
     return true;
 }
 
-int RunCommand(const SimProgramOptions& options, const GnssSim::Simulator& sim, std::ostream& err)
+// The receiver and the command run against it, the command by its program's name.
+std::string TimelineTitle(const SimProgramOptions& options)
+{
+    std::string title = options.sim.receiver;
+    for (std::size_t i = 0; i < options.command.size(); ++i) {
+        const std::string& word = options.command[i];
+        title += (i == 0 ? ": " + word.substr(word.rfind('/') + 1) : " " + word);
+    }
+    return title;
+}
+
+bool WriteTimeline(const SimProgramOptions& options, const std::vector<std::string>& wireLog, std::ostream& err)
+{
+    std::vector<GnssSim::WireLogEntry> entries;
+    for (const std::string& text : wireLog) {
+        GnssSim::WireLogEntry entry;
+        if (GnssSim::ParseWireLogLine(text, entry)) {
+            entries.push_back(entry);
+        }
+    }
+    return WriteTranscript(options.timelinePath,
+                           GnssSim::TimelineSvg(GnssSim::ReadSession(entries), TimelineTitle(options)), err);
+}
+
+int RunCommand(const SimProgramOptions& options, GnssSim::Simulator& sim, std::ostream& err)
 {
     const std::string port = sim.LinkPath().empty() ? sim.SlavePath() : sim.LinkPath();
     ChildCommand child;
@@ -96,7 +121,9 @@ int RunCommand(const SimProgramOptions& options, const GnssSim::Simulator& sim, 
         err << "gnss-sim: " << error << "\n";
         return kFailureStatus;
     }
-    return child.Wait();
+    const int status = child.Wait();
+    sim.NoteEvent(std::string(GnssSim::kMeaningCommandEnded) + " with status " + std::to_string(status));
+    return status;
 }
 
 int Serve(const SimProgramOptions& options, std::ostream& err)
@@ -122,10 +149,9 @@ int Serve(const SimProgramOptions& options, std::ostream& err)
     if (!options.quiet) {
         err << SummariseWireLog(sim.WireLogLines());
     }
-    if (!options.heardPath.empty() && !WriteTranscript(options.heardPath, sim.HeardTranscript(), err)) {
-        return status == 0 ? kFailureStatus : status;
-    }
-    return status;
+    bool written = options.heardPath.empty() || WriteTranscript(options.heardPath, sim.HeardTranscript(), err);
+    written = (options.timelinePath.empty() || WriteTimeline(options, sim.WireLogLines(), err)) && written;
+    return written || status != 0 ? status : kFailureStatus;
 }
 
 }
