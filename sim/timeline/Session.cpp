@@ -9,10 +9,6 @@ namespace GnssSim {
 
 namespace {
 
-// The paced slices of one answer follow each other a byte time or so apart (a millisecond at
-// 9600 baud, a few when the machine is busy); a longer pause ends the answer.
-constexpr double kSameAnswerSeconds = 0.02;
-
 bool StartsWith(const std::string& text, const char* prefix)
 {
     return text.rfind(prefix, 0) == 0;
@@ -108,8 +104,9 @@ void SessionReader::Read(const WireLogEntry& entry)
     if (m_ended) {
         return;
     }
-    if (m_answer.open && (entry.direction != WireDirection::Out || entry.meaning != m_answer.meaning ||
-                          entry.seconds - m_answer.last > kSameAnswerSeconds)) {
+    // The slices of one answer follow each other with nothing between them; the answer to the
+    // next command comes after the command was heard.
+    if (m_answer.open && (entry.direction != WireDirection::Out || entry.meaning != m_answer.meaning)) {
         EndAnswer();
     }
     switch (entry.direction) {

@@ -1,5 +1,7 @@
 #include "sim/timeline/SvgWriter.h"
 
+#include "sim/text/ByteText.h"
+
 #include <cstdio>
 
 namespace GnssSim {
@@ -128,9 +130,7 @@ std::string SvgWriter::Escape(const std::string& text)
             escaped += static_cast<char>(byte);
         } else {
             // XML has no place for control characters, nor for bytes that are not UTF-8.
-            char shown[8];
-            (void)std::snprintf(shown, sizeof shown, "\\x%02x", static_cast<unsigned>(byte));
-            escaped += shown;
+            escaped += ShownBytes(std::string(1, static_cast<char>(byte)));
         }
     }
     return escaped;

@@ -3,6 +3,7 @@
 // picture (rsvg-convert golden.svg -o golden.png) before committing it.
 #include "sim/line/WireLog.h"
 #include "sim/timeline/Session.h"
+#include "sim/timeline/SvgWriter.h"
 #include "sim/timeline/TimelineSvg.h"
 
 #include <gtest/gtest.h>
@@ -20,8 +21,9 @@ const std::string kFolder = std::string(GNSS_SIM_TEST_DATA) + "/timeline/";
 
 // A hand-made session of an OEM6 (timeline/session.log): a probe at the wrong speed, a version
 // log, a paced answer whose prompt has no line end, a streamed log, a reset with a command lost in
-// it and one at the wrong speed after, an answer that does not reach the tool, the command's end,
-// and something after it.
+// it twice and once at the wrong speed after, a change of speed whose answer leaves at the old
+// speed and does not reach the tool, a line spoilt by noise in its middle, the command's end, and
+// something after it.
 std::vector<WireLogEntry> HandMadeSession()
 {
     std::ifstream file(kFolder + "session.log");
@@ -115,21 +117,28 @@ TEST(Timeline, ReadsLinesSpeedsAndWaitsFromTheWireLog)
                                       "receiver 2.400-2.400 \"<OK\"",
                                       "receiver 2.400-2.400 \"[COM1]\"",
                                       "tool 2.700-2.700 lost \"echo off\"",
+                                      "tool 3.000-3.000 lost \"echo off\"",
                                       "tool 3.500-3.500 lost \"echo off\"",
-                                      "tool 3.600-3.600 \"echo off\"",
+                                      "tool 3.600-3.600 \"serialconfig 19200\"",
                                       "receiver 3.610-3.610 lost \"<OK\"",
+                                      "tool 4.010-4.010 lost \"\"",
+                                      "tool 4.020-4.020 lost \"echo off\"",
+                                      "receiver 4.020-4.020 \"\"",
+                                      "receiver 4.020-4.020 \"<ERROR:Invalid Message. Field = 1\"",
+                                      "receiver 4.020-4.020 \"[COM1]\"",
                                   }));
     EXPECT_EQ(SpeedTexts(session.lineSpeeds),
               (std::vector<std::string>{"0.100-1.100 9600", "1.100-3.600 115200", "3.600-3.610 9600",
-                                        "3.610-4.900 19200"}));
+                                        "3.610-4.010 19200", "4.010-4.020 9600", "4.020-4.900 19200"}));
     EXPECT_EQ(SpeedTexts(session.receiverSpeeds),
-              (std::vector<std::string>{"0.000-2.400 115200", "2.400-3.400 restarting", "3.400-4.900 9600"}));
+              (std::vector<std::string>{"0.000-2.400 115200", "2.400-3.400 restarting", "3.400-3.600 9600",
+                                        "3.600-4.900 19200"}));
     std::vector<std::string> waits;
     for (const Wait& wait : session.waits) {
         waits.push_back(Span(wait.from, wait.to));
     }
-    EXPECT_EQ(waits, (std::vector<std::string>{"0.100-1.100", "1.151-2.400", "2.400-2.700", "2.700-3.500",
-                                               "3.610-4.900"}));
+    EXPECT_EQ(waits, (std::vector<std::string>{"0.100-1.100", "1.151-2.400", "2.400-2.700", "2.700-3.000", "3.000-3.500",
+                                               "3.610-4.010", "4.020-4.900"}));
 }
 
 TEST(Timeline, DrawsTheHandMadeSessionAsTheGoldenPicture)
@@ -143,4 +152,27 @@ TEST(Timeline, DrawsTheHandMadeSessionAsTheGoldenPicture)
     }
     EXPECT_EQ(FirstDifference(ReadFile(golden), picture), "")
         << "the picture differs from " << golden << "; GNSS_UPDATE_GOLDEN=1 writes it anew";
+}
+
+// Text in the picture comes from the line, the command line and the wire log, any bytes at all; a
+// renderer refuses the whole picture for one that XML cannot hold.
+TEST(Timeline, EscapesWhatXmlCannotHold)
+{
+    struct Case {
+        const char* name;
+        std::string text;
+        std::string escaped;
+    };
+    const Case cases[] = {
+        {"markup", "<OK & \"x\">", "&lt;OK &amp; &quot;x&quot;&gt;"},
+        {"control characters, a tooltip's line ends kept", std::string("a\0b\x1b\r\tc\nd", 9), "a\\x00b\\x1b\\r\\tc\nd"},
+        {"UTF-8 kept", "\xc3\x97 \xe2\x80\xa6 \xf0\x9f\x9b\xb0", "\xc3\x97 \xe2\x80\xa6 \xf0\x9f\x9b\xb0"},
+        {"bytes that are not UTF-8", "\xe9t\xc3", "\\xe9t\\xc3"},
+        {"overlong forms and surrogates", "\xc0\xaf\xe0\x80\xaf\xed\xa0\x80", "\\xc0\\xaf\\xe0\\x80\\xaf\\xed\\xa0\\x80"},
+        {"above U+10FFFF", "\xf4\x90\x80\x80", "\\xf4\\x90\\x80\\x80"},
+    };
+    for (const Case& example : cases) {
+        SCOPED_TRACE(example.name);
+        EXPECT_EQ(SvgWriter::Escape(example.text), example.escaped);
+    }
 }
