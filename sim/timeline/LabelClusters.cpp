@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <unordered_map>
 #include <utility>
 
 namespace GnssSim {
@@ -25,19 +26,24 @@ bool IsContinuation(char byte)
     return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
 }
 
-// The labels a cluster's text is made of, each with how often it came, in the order first seen.
-using Counted = std::vector<std::pair<std::string, int>>;
-
-void CountLabel(Counted& counted, const std::string& label)
-{
-    for (auto& entry : counted) {
-        if (entry.first == label) {
-            ++entry.second;
-            return;
+// The labels a cluster's text is made of, each with how often it came, in the order first seen. A
+// cluster of a long session can hold thousands of lines, all different.
+class Counted {
+public:
+    void Add(const std::string& label)
+    {
+        const auto found = m_index.emplace(label, m_entries.size());
+        if (found.second) {
+            m_entries.emplace_back(label, 0);
         }
+        ++m_entries[found.first->second].second;
     }
-    counted.emplace_back(label, 1);
-}
+    const std::vector<std::pair<std::string, int>>& Entries() const { return m_entries; }
+
+private:
+    std::vector<std::pair<std::string, int>> m_entries;
+    std::unordered_map<std::string, std::size_t> m_index;
+};
 
 std::string WithCount(const std::pair<std::string, int>& entry)
 {
@@ -94,13 +100,13 @@ std::string Summary(const std::vector<const SessionLine*>& spoken, std::size_t m
 {
     Counted counted;
     for (const SessionLine* line : spoken) {
-        CountLabel(counted, line->label.empty() ? ShownBytes(line->bytes) : line->label);
+        counted.Add(line->label.empty() ? ShownBytes(line->bytes) : line->label);
     }
     std::vector<std::string> pieces;
     std::string separator = std::string(" ") + kMiddleDot + " ";
     std::string suffix;
-    if (counted.size() <= kMaxKindsNamed) {
-        for (const auto& entry : counted) {
+    if (counted.Entries().size() <= kMaxKindsNamed) {
+        for (const auto& entry : counted.Entries()) {
             pieces.push_back(WithCount(entry));
         }
     } else {
@@ -166,10 +172,10 @@ std::vector<std::string> DistinctLabels(const std::vector<SessionLine>& lines, c
 {
     Counted counted;
     for (std::size_t index : members) {
-        CountLabel(counted, lines[index].label);
+        counted.Add(lines[index].label);
     }
     std::vector<std::string> labels;
-    for (const auto& entry : counted) {
+    for (const auto& entry : counted.Entries()) {
         labels.push_back(entry.first);
     }
     return labels;
