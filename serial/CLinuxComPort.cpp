@@ -30,11 +30,12 @@ timeval ToTimeval(int ms)
     return wait;
 }
 
-// Whole milliseconds left of the allowance, never negative: the last pass is a poll.
-int RemainingMs(double allowanceSeconds, const Stopwatch& clock)
+// Whole milliseconds left of the time-out, never negative: the last pass is a poll. The elapsed
+// time is rounded down, so a read never ends before its time-out has passed in full.
+int RemainingMs(int timeoutMs, const Stopwatch& clock)
 {
-    const int remaining = static_cast<int>((allowanceSeconds - clock.ElapsedSeconds()) * 1000.0);
-    return remaining < 0 ? 0 : remaining;
+    const long remaining = timeoutMs - clock.ElapsedMs();
+    return remaining < 0 ? 0 : static_cast<int>(remaining);
 }
 
 // select() for reading on fd alone; a null wait waits without limit.
@@ -190,14 +191,13 @@ int CLinuxComPort::ReadUntil(char* buf, int terminator, int size, int* count, in
     }
     // The deadline is fixed at the start: bytes that trickle in do not extend it.
     const Stopwatch clock;
-    const double allowanceSeconds = timeoutMs / 1000.0;
     int result = kKeepReading;
     while (result == kKeepReading) {
         int remainingMs = kNoTimeLimit;
         timeval wait{};
         timeval* waitOrForever = nullptr;
         if (timeoutMs != kNoTimeLimit) {
-            remainingMs = RemainingMs(allowanceSeconds, clock);
+            remainingMs = RemainingMs(timeoutMs, clock);
             wait = ToTimeval(remainingMs);
             waitOrForever = &wait;
         }

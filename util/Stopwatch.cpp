@@ -2,32 +2,35 @@
 
 namespace {
 
-long long MicrosecondsSince(const timeval& start)
+timespec Now()
 {
-    timeval now;
-    gettimeofday(&now, nullptr);
-    return (static_cast<long long>(now.tv_sec) - start.tv_sec) * 1000000LL +
-           (static_cast<long long>(now.tv_usec) - start.tv_usec);
+    timespec now{};
+    clock_gettime(CLOCK_MONOTONIC, &now);
+    return now;
+}
+
+long long NanosecondsSince(const timespec& start)
+{
+    const timespec now = Now();
+    return (static_cast<long long>(now.tv_sec) - start.tv_sec) * 1000000000LL +
+           (static_cast<long long>(now.tv_nsec) - start.tv_nsec);
 }
 
 }  // namespace
 
-Stopwatch::Stopwatch()
-{
-    Restart();
-}
+Stopwatch::Stopwatch() : m_start(Now()) {}
 
 void Stopwatch::Restart()
 {
-    gettimeofday(&m_start, nullptr);
+    m_start = Now();
 }
 
 long Stopwatch::ElapsedMs() const
 {
-    return static_cast<long>(MicrosecondsSince(m_start) / 1000);
+    return static_cast<long>(NanosecondsSince(m_start) / 1000000LL);
 }
 
 double Stopwatch::ElapsedSeconds() const
 {
-    return static_cast<double>(MicrosecondsSince(m_start)) / 1e6;
+    return static_cast<double>(NanosecondsSince(m_start)) / 1e9;
 }

@@ -21,11 +21,6 @@ constexpr int kMaxReadSliceMs = 500;
 // shorter than this, or a 1 ms exchange would spin instead of sleeping.
 constexpr int kMinReadSliceMs = 1;
 
-// The port counts a read's time in whole milliseconds and so may end the read up to 1 ms early. A
-// deadline that close counts as reached; otherwise a read that ran its full time would be
-// followed, now and then, by one more.
-constexpr double kReadTruncationMs = 1.0;
-
 const char* const kLineEnd = "\r\n";
 const char* const kOkReply = "<OK";
 const char* const kPortPrefixes[] = {"[COM1]", "[COM2]", "[COM3]"};
@@ -47,11 +42,6 @@ bool LineIsDead(int code)
 void SleepRestOfSlice(const Stopwatch& slice, int perReadMs)
 {
     SleepMs(perReadMs - static_cast<int>(slice.ElapsedMs()));
-}
-
-bool DeadlineReached(const Stopwatch& clock, int timeoutMs)
-{
-    return clock.ElapsedSeconds() * 1000.0 + kReadTruncationMs >= timeoutMs;
 }
 
 }  // namespace
@@ -89,7 +79,9 @@ std::string ReadMatchingLine(CComPort& port, int timeoutMs, int perReadMs, int b
         } else if (LineIsDead(code)) {
             SleepRestOfSlice(slice, perReadMs);
         }
-        if (DeadlineReached(clock, timeoutMs)) {
+        // A read that ran its full time ends the exchange when that was its last slice: the port
+        // never ends a read before its time-out.
+        if (clock.ElapsedMs() >= timeoutMs) {
             return "";
         }
     }

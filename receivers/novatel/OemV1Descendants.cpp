@@ -38,7 +38,7 @@ constexpr float kGgaTwoDecimalsAboveHz = 10.0f;
 // it boots for about five seconds, and it may take up to half a minute before it answers again.
 constexpr int kRestartSettleMs = 1000;
 constexpr int kRestartBootMs = 5000;
-constexpr double kRestartSearchSeconds = 30.0;
+constexpr long kRestartSearchMs = 30000;
 
 // A reset receiver is searched for up to 20 s unless the caller says otherwise; between searches
 // it gets a short breath.
@@ -382,7 +382,7 @@ int OemV1Descendants::ApplyChannelConfig(int number)
 
     bool answered = false;
     const Stopwatch search;
-    while (search.ElapsedSeconds() < kRestartSearchSeconds) {
+    while (search.ElapsedMs() < kRestartSearchMs) {
         answered = Acknowledged("echo off");
         if (answered) {
             break;
