@@ -74,8 +74,8 @@ public:
     virtual int FillRingBuffer();
 
     int GetPortNumber() const;
-    // The line settings callers may ask for. Only the baud rate is applied to the line: the Linux
-    // port always runs raw, 8 data bits, no parity.
+    // The line settings callers may ask for. Only the baud rate is applied from here: the Linux
+    // port always runs raw, 8 data bits, no parity, one stop bit, which these values match.
     void GetLineSettings(int* baud, char* parity, int* dataBits, int* stopBits) const;
 
 protected:

@@ -60,9 +60,10 @@ int CLinuxComPort::Open()
     if (IsOpen()) {
         Close();
     }
-    // Without O_NOCTTY, as the console has always opened its ports (a session leader with no
-    // controlling terminal would adopt the port as one).
-    m_fd = open(GetDeviceName(), O_RDWR | O_NONBLOCK);
+    // O_NOCTTY: a service manager starts the tool as a session leader without a controlling
+    // terminal, which would adopt the port as one and be killed by SIGHUP when the line hangs up.
+    // O_NONBLOCK: open does not wait for a carrier, and no read or write ever blocks.
+    m_fd = open(GetDeviceName(), O_RDWR | O_NONBLOCK | O_NOCTTY);
     if (m_fd == -1) {
         return ReportOpenFailure(COMERR_OPEN);
     }
@@ -83,7 +84,9 @@ int CLinuxComPort::MakeRaw()
     if (tcgetattr(m_fd, &attributes) == -1) {
         return COMERR_UNSUPPORTED;
     }
-    cfmakeraw(&attributes);
+    // Whoever used the port before may have left flow control, another framing or a modem
+    // line wait on it; every one of them is set here, not only those raw mode touches.
+    SetRawEightNoneOne(&attributes);
     if (tcsetattr(m_fd, TCSANOW, &attributes) == -1) {
         std::perror("tcsetattr");
         return COMERR_BAUD;

@@ -17,9 +17,10 @@ public:
     // Does not close the descriptor; the process exit does.
     ~CLinuxComPort() override;
 
-    // Opens GetDeviceName() (closing first if open), applies the stored baud rate, takes the
-    // framing-error mark and makes the line raw. On failure prints "failed to open <device>",
-    // "iRC = <code>" and the system error, and leaves the port closed.
+    // Opens GetDeviceName() (closing first if open) without making it the controlling terminal,
+    // applies the stored baud rate, takes the framing-error mark and sets the line raw, 8N1,
+    // without flow control, CLOCAL and CREAD (SetRawEightNoneOne). On failure prints "failed to
+    // open <device>", "iRC = <code>" and the system error, and leaves the port closed.
     int Open() override;
     int Close() override;
     int IsOpen() override;

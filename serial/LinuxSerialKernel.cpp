@@ -26,6 +26,14 @@ static_assert(sizeof(serial_icounter_struct) == 80, "TIOCGICOUNT buffer has the 
 
 }  // namespace
 
+void SetRawEightNoneOne(termios* attributes)
+{
+    cfmakeraw(attributes);
+    attributes->c_cflag &= ~static_cast<tcflag_t>(CSIZE | PARENB | CSTOPB | CRTSCTS);
+    attributes->c_cflag |= CS8 | CLOCAL | CREAD;
+    attributes->c_iflag &= ~static_cast<tcflag_t>(IXON | IXOFF | IXANY);
+}
+
 bool MapBaudToSpeed(int baud, speed_t* speed)
 {
     for (const BaudSpeed& row : kBaudSpeeds) {

@@ -10,6 +10,15 @@
 // 0 included (B0 would hang up the line rather than set a rate).
 bool MapBaudToSpeed(int baud, speed_t* speed);
 
+// Makes attributes raw (cfmakeraw), then sets every line flag that another program may have left
+// on the port and that cfmakeraw keeps: 8 data bits, no parity, one stop bit (the framing the tool
+// commands NovAtel receivers to, "N 8 1"), no hardware flow control (with CRTSCTS and CTS not
+// wired, output stalls for good), no software flow control (IXOFF makes the kernel put XOFF bytes
+// among the commands, IXON lets a stray XOFF from the receiver stop the output, IXANY lets any
+// byte restart it), the modem lines ignored (CLOCAL: no wait for a carrier, no hang-up on its loss)
+// and the receiver on (CREAD).
+void SetRawEightNoneOne(termios* attributes);
+
 // Reads the UART's framing-error counter (TIOCGICOUNT) into *frameErrors and returns the ioctl
 // result. Where the driver has no counters (pseudo-terminals, qemu-user) the result is -1 and
 // *frameErrors is 0.

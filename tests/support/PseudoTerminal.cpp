@@ -57,6 +57,18 @@ PseudoTerminal::PseudoTerminal()
     }
 }
 
+termios PseudoTerminal::SlaveSettings() const
+{
+    termios settings{};
+    tcgetattr(m_line.MasterFd(), &settings);
+    return settings;
+}
+
+bool PseudoTerminal::SetSlaveSettings(const termios& settings)
+{
+    return tcsetattr(m_line.MasterFd(), TCSANOW, &settings) == 0;
+}
+
 bool PseudoTerminal::Send(const std::string& bytes)
 {
     // A blocking write to a terminal returns once all of it is queued.

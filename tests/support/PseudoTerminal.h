@@ -3,6 +3,8 @@
 
 #include "sim/line/Pty.h"
 
+#include <termios.h>
+
 #include <cstddef>
 #include <string>
 
@@ -21,6 +23,12 @@ public:
 
     // The line's rate as set by the tool (115200 for B115200), 0 for a speed without a number.
     int SlaveBaud() const { return m_line.LineBaud(); }
+
+    // The slave's line settings, as the tool's port has them; and setting them, as another program
+    // that used the port before the tool would have. A pseudo-terminal does not hold every
+    // setting a UART does: it keeps 8 data bits, no parity and the receiver on whatever it is told.
+    termios SlaveSettings() const;
+    bool SetSlaveSettings(const termios& settings);
 
     // Closes the master: the tool's side sees the line hang up.
     void HangUp() { m_line.HangUp(); }
