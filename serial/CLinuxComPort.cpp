@@ -1,6 +1,7 @@
 #include "serial/CLinuxComPort.h"
 
 #include "serial/LinuxSerialKernel.h"
+#include "util/Sleep.h"
 #include "util/Stopwatch.h"
 
 #include <fcntl.h>
@@ -8,6 +9,7 @@
 #include <termios.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -113,6 +115,12 @@ int CLinuxComPort::Close()
     if (m_fd == -1) {
         return COMERR_CLOSE_NOT_OPEN;
     }
+    // close() of a tty waits until its unsent output has left: on a serial port up to 30 s, the
+    // whole of it on a line whose output is held back. What has not left within the drain's
+    // limit never will, so it is discarded and close() returns at once.
+    if (DrainOutput() != 0) {
+        tcflush(m_fd, TCOFLUSH);
+    }
     close(m_fd);
     m_fd = -1;
     return 0;
@@ -133,7 +141,38 @@ int CLinuxComPort::FlushInput()
 
 int CLinuxComPort::Drain()
 {
-    return m_fd == -1 ? 0 : tcdrain(m_fd);
+    return m_fd == -1 ? 0 : DrainOutput();
+}
+
+int CLinuxComPort::DrainOutput()
+{
+    // tcdrain() alone waits without end on a line that does not send (CTS low under hardware flow
+    // control, a wedged adapter). Once the kernel's queue is empty it waits only for the UART's
+    // FIFO, which the serial driver bounds itself.
+    return WaitForEmptyOutputQueue() ? tcdrain(m_fd) : -1;
+}
+
+bool CLinuxComPort::WaitForEmptyOutputQueue()
+{
+    int queued = 0;
+    if (QueuedOutputBytes(m_fd, &queued) == -1) {
+        return false;
+    }
+    const Stopwatch clock;
+    const long limitMs = DrainLimitMs(queued, GetBaudRate());
+    while (queued > 0) {
+        const long leftMs = limitMs - clock.ElapsedMs();
+        if (leftMs <= 0) {
+            errno = ETIMEDOUT;
+            return false;
+        }
+        // Look again once the bytes still queued could have left, but not after the limit.
+        SleepMs(static_cast<int>(std::min(leftMs, std::max(TransmitMs(queued, GetBaudRate()), 1L))));
+        if (QueuedOutputBytes(m_fd, &queued) == -1) {
+            return false;
+        }
+    }
+    return true;
 }
 
 int CLinuxComPort::ReadByte(unsigned char* out, int timeoutMs)

@@ -22,6 +22,8 @@ public:
     // without flow control, CLOCAL and CREAD (SetRawEightNoneOne). On failure prints "failed to
     // open <device>", "iRC = <code>" and the system error, and leaves the port closed.
     int Open() override;
+    // Output that a stalled line will not send is discarded first, so that close() never waits
+    // for it.
     int Close() override;
     int IsOpen() override;
     int FlushInput() override;
@@ -29,7 +31,8 @@ public:
     int UnsupportedOperation8() override;
     int UnsupportedFlush9() override;
     // 0 on a closed port (callers drain unconditionally); on an open one tcdrain()'s own result,
-    // 0 or -1, not a ComPortError code.
+    // 0 or -1, not a ComPortError code. Bounded: -1 (ETIMEDOUT) when the output has not left
+    // within DrainLimitMs of what was queued.
     int Drain() override;
     int UnsupportedOperation11() override;
     int UnsupportedOperation12() override;
@@ -71,6 +74,8 @@ public:
 
 private:
     int ApplySpeed();
+    int DrainOutput();
+    bool WaitForEmptyOutputQueue();
     int MakeRaw();
     int ReportOpenFailure(int result);
     int WaitForByte(int timeoutMs);

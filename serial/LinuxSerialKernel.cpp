@@ -20,6 +20,12 @@ constexpr BaudSpeed kBaudSpeeds[] = {
     {57600, B57600},   {115200, B115200}, {230400, B230400},
 };
 
+// A byte on the wire: start bit, 8 data bits, stop bit.
+constexpr long kBitsPerByte = 10;
+
+// What a driver or adapter may take beyond the bytes' own time (see DrainLimitMs).
+constexpr long kDrainAllowanceMs = 100;
+
 // The counters travel in the kernel's 80-byte structure; it is zeroed first so that a request
 // the driver rejects reads as no errors at all.
 static_assert(sizeof(serial_icounter_struct) == 80, "TIOCGICOUNT buffer has the kernel's size");
@@ -52,4 +58,21 @@ int QueryFrameErrorCounter(int fd, int* frameErrors)
     const int result = ioctl(fd, TIOCGICOUNT, &counters);
     *frameErrors = counters.frame;
     return result;
+}
+
+int QueuedOutputBytes(int fd, int* queued)
+{
+    *queued = 0;
+    return ioctl(fd, TIOCOUTQ, queued);
+}
+
+long TransmitMs(long bytes, int baud)
+{
+    const long long bits = static_cast<long long>(bytes) * kBitsPerByte * 1000;
+    return static_cast<long>((bits + baud - 1) / baud);
+}
+
+long DrainLimitMs(int queuedBytes, int baud)
+{
+    return 2 * TransmitMs(queuedBytes, baud) + kDrainAllowanceMs;
 }

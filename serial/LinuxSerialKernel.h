@@ -19,6 +19,21 @@ bool MapBaudToSpeed(int baud, speed_t* speed);
 // and the receiver on (CREAD).
 void SetRawEightNoneOne(termios* attributes);
 
+// Reads how many bytes wait in the kernel's output queue of the tty (TIOCOUTQ) into *queued and
+// returns the ioctl result. The count leaves out the few bytes already in the UART's own FIFO.
+int QueuedOutputBytes(int fd, int* queued);
+
+// How long bytes take on the wire at baud with 10 bits each (start bit, 8 data bits, stop bit),
+// in whole milliseconds, rounded up.
+long TransmitMs(long bytes, int baud);
+
+// The longest a line that sends at all takes to empty an output queue of queuedBytes at baud:
+// twice their time on the wire, plus 100 ms for serial drivers and USB adapters that hand on what
+// they hold in chunks (an FTDI adapter holds a part-filled buffer up to 16 ms). Output that has
+// not left by then is held back by the line itself (CTS low under hardware flow control, a wedged
+// adapter) and would keep tcdrain(), and close(), waiting without end.
+long DrainLimitMs(int queuedBytes, int baud);
+
 // Reads the UART's framing-error counter (TIOCGICOUNT) into *frameErrors and returns the ioctl
 // result. Where the driver has no counters (pseudo-terminals, qemu-user) the result is -1 and
 // *frameErrors is 0.
