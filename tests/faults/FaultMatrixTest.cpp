@@ -120,17 +120,6 @@ RunResult RunCell(const Param& param, const std::string& scratch)
     return run;
 }
 
-// The type number of the last type request in the double's record, or -1 without one.
-int DriverTypeTold(const std::string& record)
-{
-    static const std::regex typeRequest(R"(ioctl ZRGPS_IOCT_SET_RECEIVER_TYPE (-?[0-9]+))");
-    int told = -1;
-    for (std::sregex_iterator it(record.begin(), record.end(), typeRequest), end; it != end; ++it) {
-        told = std::stoi((*it)[1]);
-    }
-    return told;
-}
-
 // Descriptors the tool left open at its end, from valgrind's list: not its three standard ones,
 // not those it was given, and not the control device's, which stay open until the process ends.
 std::vector<std::string> DescriptorsLeftOpen(const std::string& valgrindLog, const std::string& controlRecord)

@@ -1,12 +1,14 @@
 #include "tests/support/SimulatedRun.h"
 
 #include <cstdlib>
+#include <regex>
 
-ProgramEnvironment ToolEnvironment(const std::string& controlDouble, const std::string& controlRecord)
+ProgramEnvironment ToolEnvironment(const std::string& controlDouble, const std::string& controlRecord,
+                                   const std::string& morePreloaded)
 {
     const char* given = std::getenv("ASAN_OPTIONS");
     ProgramEnvironment environment = {
-        "LD_PRELOAD=" + controlDouble,
+        "LD_PRELOAD=" + controlDouble + (morePreloaded.empty() ? "" : ":" + morePreloaded),
         "ASAN_OPTIONS=" + std::string(given != nullptr ? given : "") + ":verify_asan_link_order=0"};
     if (!controlRecord.empty()) {
         environment.push_back("ZRGPS_CTL_RECORD=" + controlRecord);
@@ -22,4 +24,21 @@ std::vector<std::string> SimulatorArguments(const std::vector<std::string>& simu
                                    scratch + "wire.log", "--"});
     command.insert(command.end(), toolCommand.begin(), toolCommand.end());
     return command;
+}
+
+int DriverTypeTold(const std::string& record)
+{
+    static const std::regex typeRequest(R"(ioctl ZRGPS_IOCT_SET_RECEIVER_TYPE (-?[0-9]+))");
+    int told = -1;
+    for (std::sregex_iterator it(record.begin(), record.end(), typeRequest), end; it != end; ++it) {
+        told = std::stoi((*it)[1]);
+    }
+    return told;
+}
+
+int DriverRequestsTold(const std::string& record)
+{
+    static const std::regex request(R"((^|\n)ioctl )");
+    return static_cast<int>(std::distance(std::sregex_iterator(record.begin(), record.end(), request),
+                                          std::sregex_iterator()));
 }

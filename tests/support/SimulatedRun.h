@@ -9,10 +9,11 @@
 // How the end-to-end scenarios and the fault matrix run the built gnss-setup against gnss-sim.
 
 // The tool's variables: the control-device double preloaded, recording into controlRecord (none:
-// the device is missing, as on a console whose driver did not load). In the sanitizer build the
-// double is loaded ahead of the sanitizer run-time, which otherwise refuses to start; elsewhere
-// nothing reads that variable.
-ProgramEnvironment ToolEnvironment(const std::string& controlDouble, const std::string& controlRecord);
+// the device is missing, as on a console whose driver did not load), and morePreloaded after it
+// when given. In the sanitizer build the preloads come ahead of the sanitizer run-time, which
+// otherwise refuses to start; elsewhere nothing reads that variable.
+ProgramEnvironment ToolEnvironment(const std::string& controlDouble, const std::string& controlRecord,
+                                   const std::string& morePreloaded = "");
 
 // gnss-sim's arguments to serve a receiver (simulatorOptions: --receiver and any faults) on
 // a link at port, writes its transcript and wire log into the scratch folder (heard.txt,
@@ -20,5 +21,10 @@ ProgramEnvironment ToolEnvironment(const std::string& controlDouble, const std::
 // standard error to the tool.
 std::vector<std::string> SimulatorArguments(const std::vector<std::string>& simulatorOptions, const std::string& port,
                                             const std::string& scratch, const std::vector<std::string>& toolCommand);
+
+// From the control-device double's record of a run: the type number of the last type request, or
+// -1 without one; and how many requests the driver was sent.
+int DriverTypeTold(const std::string& record);
+int DriverRequestsTold(const std::string& record);
 
 #endif
