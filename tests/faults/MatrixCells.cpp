@@ -45,6 +45,19 @@ std::vector<std::string> Options(std::initializer_list<std::string> words)
     return std::vector<std::string>(words);
 }
 
+// The receiver starts at 9600 baud, the speed receivers leave the factory with: the tool's first
+// version requests, at 115200 and 19200 baud, reach it as noise and go unanswered.
+std::vector<std::string> StartAt9600(const Family&)
+{
+    return Options({"--start-baud", "9600"});
+}
+
+// The line drops the moment the receiver first answers, while the tool waits for that answer.
+std::vector<std::string> HangUpAtFirstAnswer(const Family&)
+{
+    return Options({"--hang-up-after", "0"});
+}
+
 // ---- What the simulated receivers tell about themselves ----------------------------------------
 
 const char kOem7700Firmware[] = "070600";
@@ -167,7 +180,7 @@ long ModeWorstMs(const std::string& mode, Configurer configurer)
 // found: then the values printed may be missing, and a reset may not find the receiver again.
 bool CanLoseAnswers(const Fault& fault)
 {
-    return fault.name != "none";
+    return fault.LineFault() != "none";
 }
 
 }  // namespace
@@ -220,6 +233,14 @@ const std::vector<Fault>& Faults()
         {"short-late-above",
          [](const Family& f) { return Options({"--delay", std::to_string(JustAbove(TimeoutsOf(f).back()))}); }},
         {"flood", [](const Family&) { return Options({"--nmea-flood", "20"}); }},
+        // The console's side, each on a line fault that makes it bite in every mode that talks to
+        // the receiver (tests/faults/README.md). The clock is stepped inside the tool's first
+        // version request, which a receiver that starts at 9600 baud never answers; a session
+        // leader's line hangs up while the tool waits for the receiver's first answer.
+        {"clock-back", StartAt9600, "slow-start", Condition::ClockBack},
+        {"clock-forward", StartAt9600, "slow-start", Condition::ClockForward},
+        {"dirty-line", [](const Family&) { return Options({}); }, "none", Condition::DirtyLine},
+        {"session-leader", HangUpAtFirstAnswer, "dead-line", Condition::SessionLeader},
     };
     return faults;
 }
@@ -245,10 +266,15 @@ namespace {
 
 Configurer MostLikelySeenAs(const Family& family, const Fault& fault)
 {
-    const std::string& name = fault.name;
-    // Nothing answers, or nothing that any probe understands.
-    if (name == "silence" || name == "wrong-speed") {
+    const std::string& name = fault.LineFault();
+    // Nothing answers, or nothing that any probe understands, or the line is dead before it does.
+    if (name == "silence" || name == "wrong-speed" || name == "dead-line") {
         return Configurer::Generic;
+    }
+    // A receiver that starts at 9600 baud is found there by the NovAtel probe; the "$JAPP" and
+    // "$PMCAG" probes ask at the port's own rate, 115200, and reach it as noise.
+    if (name == "slow-start") {
+        return family.configurer == Configurer::Oem7 ? Configurer::Oem7 : Configurer::Generic;
     }
     // "$JAPP" is found anywhere in what arrives, so noise in front of it does not matter; the other
     // probes need their answer at the start of a line.
@@ -270,7 +296,7 @@ std::vector<Configurer> SeenAs(const Family& family, const Fault& fault, bool un
 {
     const Configurer likely = MostLikelySeenAs(family, fault);
     // The late answer to the first version request comes 100 ms after the second request began.
-    const bool closeCall = fault.name == "late-above" && family.configurer == Configurer::Oem7;
+    const bool closeCall = fault.LineFault() == "late-above" && family.configurer == Configurer::Oem7;
     if (likely != Configurer::Generic && (closeCall || underValgrind)) {
         return {likely, Configurer::Generic};
     }

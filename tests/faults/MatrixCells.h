@@ -26,10 +26,22 @@ struct Family {
     long answerBytes;      // what the receiver sends up to the answer that identifies it
 };
 
+// What is done to the console's side of the line, beside what gnss-sim does to the receiver's: the
+// tool's wall clock stepped an hour back or forward while it waits, the line left with flow
+// control, two stop bits and the modem lines watched before the tool opens it, the tool started
+// as a session leader.
+enum class Condition { None, ClockBack, ClockForward, DirtyLine, SessionLeader };
+
 struct Fault {
     std::string name;
     // gnss-sim's options for the fault, given the family it is put on.
     std::vector<std::string> (*options)(const Family& family);
+    // A condition of the console is put on one of gnss-sim's faults, named here, whose outcomes
+    // the column must keep; "" for gnss-sim's faults themselves.
+    std::string lineFault{};
+    Condition condition = Condition::None;
+
+    const std::string& LineFault() const { return lineFault.empty() ? name : lineFault; }
 };
 
 struct Cell {
