@@ -5,9 +5,11 @@
 
 #include <cstddef>
 
-// CComPort on a Linux tty. The descriptor is opened non-blocking and stays so: every wait is a
-// select(), and reads take one byte at a time so that nothing after a reply's terminator is taken
-// from the kernel; the next reply stays queued for the next read.
+// CComPort on a Linux tty. The descriptor is opened non-blocking and stays so: every wait for input
+// is a select(), and reads take one byte at a time so that nothing after a reply's terminator is
+// taken from the kernel; the next reply stays queued for the next read. Time-outs run on the
+// monotonic clock, and draining output, which a console's UART could make last for ever, has a
+// limit (docs/real-console.md).
 //
 // Only Open and an unmappable baud rate print (on standard error); everything else reports by
 // result code alone.
