@@ -141,7 +141,7 @@ ToolRun RunTool(const Scenario& scenario, Condition condition, bool applied)
                           [offsetFile, step] { ClockStep::SetOffset(offsetFile, step); });
         }
         const Stopwatch clock;
-        run.result = RunBuiltProgram(GNSS_PRIVATE_DEV, "private-dev", simulator);
+        run.result = RunHostProgram(GNSS_PRIVATE_DEV, simulator);
         run.elapsedMs = clock.ElapsedMs();
         run.stepped = watch && watch->Fired();
     }
@@ -162,12 +162,6 @@ void ExpectEndsAsTheScenarioSays(const Scenario& scenario, const ToolRun& run, c
     EXPECT_EQ(scenario.driverType == -1 ? 0 : 4, DriverRequestsTold(run.driverRecord)) << which;
 }
 
-bool PrivateDevWorks()
-{
-    static const bool works = RunBuiltProgram(GNSS_PRIVATE_DEV, "private-dev", {"true"}).status == 0;
-    return works;
-}
-
 void PrintTo(const Param& param, std::ostream* out)
 {
     *out << param.scenario.name << " " << NameOf(param.condition);
@@ -177,7 +171,7 @@ class RealConsole : public testing::TestWithParam<Param> {};
 
 TEST_P(RealConsole, RunEndsAsWithoutTheCondition)
 {
-    if (!PrivateDevWorks()) {
+    if (!PrivateDevWorks(GNSS_PRIVATE_DEV)) {
         GTEST_SKIP() << "cannot give a run a /dev of its own here (scripts/private-dev needs root and mount "
                         "namespaces), and each run needs /dev/ttyO1";
     }

@@ -75,13 +75,6 @@ std::string Printable(const std::string& text)
     return shown;
 }
 
-// Whether runs can have a /dev of their own here (root, and mount namespaces allowed).
-bool PrivateDevWorks()
-{
-    static const bool works = RunBuiltProgram(GNSS_PRIVATE_DEV, "private-dev", {"true"}).status == 0;
-    return works;
-}
-
 std::vector<std::string> ValgrindOptions(const std::string& log)
 {
     return {"--log-file=" + log,
@@ -188,7 +181,7 @@ RunResult RunCell(const Param& param, const std::string& scratch)
                           [offsetFile, step] { ClockStep::SetOffset(offsetFile, step); });
         }
         const Stopwatch clock;
-        run.result = RunBuiltProgram(GNSS_PRIVATE_DEV, "private-dev", command);
+        run.result = RunHostProgram(GNSS_PRIVATE_DEV, command);
         run.elapsedMs = clock.ElapsedMs();
         run.clockStepped = watch && watch->Fired();
     }
@@ -329,7 +322,7 @@ class Cells : public testing::TestWithParam<Param> {};
 
 TEST_P(Cells, EndAsTheirModeAllows)
 {
-    if (!PrivateDevWorks()) {
+    if (!PrivateDevWorks(GNSS_PRIVATE_DEV)) {
         GTEST_SKIP() << "cannot give a run a /dev of its own here (scripts/private-dev needs root and mount "
                         "namespaces), and the cells need /dev/ttyO1 each";
     }

@@ -9,16 +9,16 @@ namespace ClockStep {
 
 std::string WhyUnavailable()
 {
-    const std::string library = GNSS_LIBFAKETIME;
+    const std::string library = GNSS_CLOCK_STEP_LIBRARY;
     if (!library.empty() && access(library.c_str(), R_OK) == 0) {
         return "";
     }
-    return "libfaketime for this build's architecture is missing (scripts/install-deps installs it)";
+    return "libfaketime is missing (scripts/install-deps installs it)";
 }
 
 std::string Preload()
 {
-    return GNSS_LIBFAKETIME;
+    return GNSS_CLOCK_STEP_LIBRARY;
 }
 
 ProgramEnvironment Variables(const std::string& offsetFile)

@@ -6,8 +6,9 @@
 #include <string>
 
 // The wall clock of a program of this build, stepped while it runs, as a console's clock is set at
-// boot. libfaketime, preloaded into the program, moves CLOCK_REALTIME alone (the monotonic clock
-// stays true) by an offset it reads from a file on every call, so writing the file steps the
+// boot. libfaketime (in the cross build a preload of our own that reads the same variables,
+// ClockStepPreload.cpp), preloaded into the program, moves CLOCK_REALTIME alone (the monotonic
+// clock stays true) by an offset it reads from a file on every call, so writing the file steps the
 // program's wall clock at once.
 namespace ClockStep {
 
@@ -15,8 +16,7 @@ namespace ClockStep {
 // wait that measured the wall clock would visibly end at once or not at all.
 constexpr long kStepSeconds = 3600;
 
-// Why the clock cannot be stepped in this build (libfaketime for its architecture is missing), or
-// "" when it can.
+// Why the clock cannot be stepped in this build (libfaketime is missing), or "" when it can.
 std::string WhyUnavailable();
 
 // The library to preload, beside any other.

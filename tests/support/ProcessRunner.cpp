@@ -43,24 +43,16 @@ std::string WrittenTo(int fd)
     return text;
 }
 
-}  // namespace
-
-ProcessResult RunBuiltProgram(const std::string& program, const std::string& name,
-                              const std::vector<std::string>& arguments,
-                              const ProgramEnvironment& environment)
+// Runs executable (a path, or a name looked up on the PATH) with argv, argv[0] first, and the
+// variables added to its environment, and collects what it printed.
+ProcessResult RunProcess(const std::string& executable, const std::vector<std::string>& argv,
+                         const ProgramEnvironment& variables)
 {
-    std::vector<std::string> command = EmulatorCommand(program, name, environment);
-    const bool native = command.empty();
-    const std::string executable = native ? program : command.front();
-    if (native) {
-        command.push_back(name);
+    std::vector<char*> pointers;
+    for (const std::string& part : argv) {
+        pointers.push_back(const_cast<char*>(part.c_str()));
     }
-    command.insert(command.end(), arguments.begin(), arguments.end());
-    std::vector<char*> argv;
-    for (const std::string& part : command) {
-        argv.push_back(const_cast<char*>(part.c_str()));
-    }
-    argv.push_back(nullptr);
+    pointers.push_back(nullptr);
 
     // The outputs are files in memory rather than pipes, so nothing has to be read while the
     // program runs.
@@ -70,13 +62,10 @@ ProcessResult RunBuiltProgram(const std::string& program, const std::string& nam
     if (child == 0) {
         dup2(out, STDOUT_FILENO);
         dup2(err, STDERR_FILENO);
-        // Natively the variables are the program's own; the emulator's command passed them on.
-        if (native) {
-            for (const std::string& variable : environment) {
-                putenv(const_cast<char*>(variable.c_str()));
-            }
+        for (const std::string& variable : variables) {
+            putenv(const_cast<char*>(variable.c_str()));
         }
-        execvp(executable.c_str(), argv.data());
+        execvp(executable.c_str(), pointers.data());
         _exit(127);
     }
     ProcessResult result;
@@ -87,6 +76,29 @@ ProcessResult RunBuiltProgram(const std::string& program, const std::string& nam
     result.out = WrittenTo(out);
     result.err = WrittenTo(err);
     return result;
+}
+
+}  // namespace
+
+ProcessResult RunBuiltProgram(const std::string& program, const std::string& name,
+                              const std::vector<std::string>& arguments,
+                              const ProgramEnvironment& environment)
+{
+    std::vector<std::string> command = EmulatorCommand(program, name, environment);
+    const bool native = command.empty();
+    if (native) {
+        command.push_back(name);
+    }
+    command.insert(command.end(), arguments.begin(), arguments.end());
+    // Natively the variables are the program's own; the emulator's command passes them on.
+    return native ? RunProcess(program, command, environment) : RunProcess(command.front(), command, {});
+}
+
+ProcessResult RunHostProgram(const std::string& program, const std::vector<std::string>& arguments)
+{
+    std::vector<std::string> command = {program};
+    command.insert(command.end(), arguments.begin(), arguments.end());
+    return RunProcess(program, command, {});
 }
 
 std::vector<std::string> BuiltProgramCommand(const std::string& program, const std::string& name,

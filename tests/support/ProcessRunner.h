@@ -22,6 +22,10 @@ ProcessResult RunBuiltProgram(const std::string& program, const std::string& nam
                               const std::vector<std::string>& arguments,
                               const ProgramEnvironment& environment = {});
 
+// Runs a program of this machine (a script, a system tool), never through the emulator, and collects
+// what it printed.
+ProcessResult RunHostProgram(const std::string& program, const std::vector<std::string>& arguments);
+
 // The command line that starts a program of this build with arguments and added variables, for
 // another program to start (gnss-sim runs its command so): through the emulator on a cross build,
 // through env(1) natively, where the program then sees its path rather than the name as argv[0].

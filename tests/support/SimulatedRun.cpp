@@ -42,3 +42,9 @@ int DriverRequestsTold(const std::string& record)
     return static_cast<int>(std::distance(std::sregex_iterator(record.begin(), record.end(), request),
                                           std::sregex_iterator()));
 }
+
+bool PrivateDevWorks(const std::string& privateDev)
+{
+    static const bool works = RunHostProgram(privateDev, {"true"}).status == 0;
+    return works;
+}
