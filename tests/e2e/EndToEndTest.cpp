@@ -251,8 +251,8 @@ TEST(EndToEnd, MatchesItsGoldenFiles)
     const rlimit noCoreFiles = {0, 0};
     setrlimit(RLIMIT_CORE, &noCoreFiles);
     // The scratch folder is kept, for a person to look into after a failure.
-    const std::string scratch = std::string(GNSS_E2E_SCRATCH) + "/" + name + "/";
-    mkdir(GNSS_E2E_SCRATCH, 0755);
+    const std::string scratch = std::string(GNSS_SCRATCH) + "/" + name + "/";
+    mkdir(GNSS_SCRATCH, 0755);
     mkdir(scratch.c_str(), 0755);
     const char* update = std::getenv("GNSS_UPDATE_GOLDEN");
     if (update != nullptr && std::string(update) == "1") {

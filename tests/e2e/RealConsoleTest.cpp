@@ -107,10 +107,10 @@ struct ToolRun {
 // clock step still has the clock's stand-in preloaded.
 ToolRun RunTool(const Scenario& scenario, Condition condition, bool applied)
 {
-    const std::string scratch = std::string(GNSS_REAL_CONSOLE_SCRATCH) + "/" + scenario.name + "_" +
+    const std::string scratch = std::string(GNSS_SCRATCH) + "/" + scenario.name + "_" +
                                 NameOf(condition) + (applied ? "" : "-without") + "/";
     const bool withFaketime = StepsTheClock(condition);
-    mkdir(GNSS_REAL_CONSOLE_SCRATCH, 0755);
+    mkdir(GNSS_SCRATCH, 0755);
     mkdir(scratch.c_str(), 0755);
     for (const char* file : {"heard.txt", "driver.txt", "wire.log"}) {
         unlink((scratch + file).c_str());
@@ -171,9 +171,9 @@ class RealConsole : public testing::TestWithParam<Param> {};
 
 TEST_P(RealConsole, RunEndsAsWithoutTheCondition)
 {
-    if (!PrivateDevWorks(GNSS_PRIVATE_DEV)) {
-        GTEST_SKIP() << "cannot give a run a /dev of its own here (scripts/private-dev needs root and mount "
-                        "namespaces), and each run needs /dev/ttyO1";
+    const std::string noPrivateDev = WhyNoPrivateDev(GNSS_PRIVATE_DEV);
+    if (!noPrivateDev.empty()) {
+        GTEST_SKIP() << noPrivateDev;
     }
     const Scenario& scenario = GetParam().scenario;
     const Condition condition = GetParam().condition;

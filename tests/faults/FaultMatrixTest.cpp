@@ -322,9 +322,9 @@ class Cells : public testing::TestWithParam<Param> {};
 
 TEST_P(Cells, EndAsTheirModeAllows)
 {
-    if (!PrivateDevWorks(GNSS_PRIVATE_DEV)) {
-        GTEST_SKIP() << "cannot give a run a /dev of its own here (scripts/private-dev needs root and mount "
-                        "namespaces), and the cells need /dev/ttyO1 each";
+    const std::string noPrivateDev = WhyNoPrivateDev(GNSS_PRIVATE_DEV);
+    if (!noPrivateDev.empty()) {
+        GTEST_SKIP() << noPrivateDev;
     }
     if (StepsTheClock(GetParam().cell) && !ClockStep::WhyUnavailable().empty()) {
         GTEST_SKIP() << ClockStep::WhyUnavailable();
@@ -333,8 +333,8 @@ TEST_P(Cells, EndAsTheirModeAllows)
     const rlimit noCoreFiles = {0, 0};
     setrlimit(RLIMIT_CORE, &noCoreFiles);
     const std::string name = GetParam().cell.Name() + (GetParam().runner == Runner::Valgrind ? "_valgrind" : "");
-    const std::string scratch = std::string(GNSS_FAULTS_SCRATCH) + "/" + name + "/";
-    mkdir(GNSS_FAULTS_SCRATCH, 0755);
+    const std::string scratch = std::string(GNSS_SCRATCH) + "/" + name + "/";
+    mkdir(GNSS_SCRATCH, 0755);
     mkdir(scratch.c_str(), 0755);
 
     std::vector<std::string> wrong;

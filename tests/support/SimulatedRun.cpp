@@ -43,8 +43,9 @@ int DriverRequestsTold(const std::string& record)
                                           std::sregex_iterator()));
 }
 
-bool PrivateDevWorks(const std::string& privateDev)
+std::string WhyNoPrivateDev(const std::string& privateDev)
 {
     static const bool works = RunHostProgram(privateDev, {"true"}).status == 0;
-    return works;
+    return works ? "" : "cannot give a run a /dev of its own here (scripts/private-dev needs root and mount "
+                        "namespaces), and each run links /dev/ttyO1";
 }

@@ -22,9 +22,9 @@ ProgramEnvironment ToolEnvironment(const std::string& controlDouble, const std::
 std::vector<std::string> SimulatorArguments(const std::vector<std::string>& simulatorOptions, const std::string& port,
                                             const std::string& scratch, const std::vector<std::string>& toolCommand);
 
-// Whether runs can have a /dev of their own here through the script privateDev
-// (scripts/private-dev: root, and mount namespaces allowed). Asked once.
-bool PrivateDevWorks(const std::string& privateDev);
+// Why runs cannot have a /dev of their own here through the script privateDev
+// (scripts/private-dev needs root and mount namespaces), or "" when they can. Asked once.
+std::string WhyNoPrivateDev(const std::string& privateDev);
 
 // From the control-device double's record of a run: the type number of the last type request, or
 // -1 without one; and how many requests the driver was sent.
