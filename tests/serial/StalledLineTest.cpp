@@ -39,32 +39,47 @@ int NextDescriptor()
     return probe;
 }
 
-TEST(StalledLine, DrainGivesUpAtItsLimitAndCloseDiscardsWhatNeverLeft)
+bool IsOpenDescriptor(int fd)
 {
-    constexpr int kQueuedBytes = 64;
-    constexpr int kBaud = 9600;
-    PseudoTerminal pty;
-    PathComPort port(pty.SlavePath());
-    ASSERT_EQ(0, port.SetBaudRate(kBaud));
-    const int portFd = NextDescriptor();
-    ASSERT_EQ(0, port.Open());
-    StalledUart::Stall(portFd, kQueuedBytes);
-
-    const long limitMs = DrainLimitMs(kQueuedBytes, kBaud);
-    Stopwatch clock;
-    errno = 0;
-    EXPECT_EQ(-1, port.Drain());
-    EXPECT_EQ(ETIMEDOUT, errno);
-    EXPECT_GE(clock.ElapsedMs(), limitMs);
-    EXPECT_LT(clock.ElapsedMs(), limitMs + kSchedulingSlackMs);
-
-    clock.Restart();
-    EXPECT_EQ(0, port.Close());
-    EXPECT_LT(clock.ElapsedMs(), limitMs + kSchedulingSlackMs);
-    EXPECT_TRUE(StalledUart::OutputDiscarded());
+    return fcntl(fd, F_GETFD) != -1;
 }
 
-// Output that leaves is never discarded: a working line drains and closes as it always does.
+TEST(StalledLine, DrainGivesUpAtItsLimitAndCloseDiscardsWhatNeverLeft)
+{
+    struct Row {
+        const char* name;
+        int queuedBytes, baud;
+    } const rows[] = {
+        {"a byte", 1, 9600},
+        {"a speed switch command pair", 40, 9600},
+    };
+    for (const Row& row : rows) {
+        PseudoTerminal pty;
+        PathComPort port(pty.SlavePath());
+        ASSERT_EQ(0, port.SetBaudRate(row.baud));
+        const int portFd = NextDescriptor();
+        ASSERT_EQ(0, port.Open());
+        StalledUart::Stall(portFd, row.queuedBytes);
+
+        const long limitMs = DrainLimitMs(row.queuedBytes, row.baud);
+        Stopwatch clock;
+        errno = 0;
+        EXPECT_EQ(-1, port.Drain()) << row.name;
+        EXPECT_EQ(ETIMEDOUT, errno) << row.name;
+        EXPECT_GE(clock.ElapsedMs(), limitMs) << row.name;
+        EXPECT_LT(clock.ElapsedMs(), limitMs + kSchedulingSlackMs) << row.name;
+        // Between looks at the queue it sleeps for as long as the queued bytes take on the wire.
+        EXPECT_LE(StalledUart::QueueLooks(), limitMs / TransmitMs(row.queuedBytes, row.baud) + 2) << row.name;
+
+        clock.Restart();
+        EXPECT_EQ(0, port.Close()) << row.name;
+        EXPECT_LT(clock.ElapsedMs(), limitMs + kSchedulingSlackMs) << row.name;
+        EXPECT_TRUE(StalledUart::OutputDiscarded()) << row.name;
+        EXPECT_FALSE(IsOpenDescriptor(portFd)) << row.name;
+    }
+}
+
+// Output that leaves is never discarded: on a working line, drain and close just let it go out.
 TEST(StalledLine, AWorkingLineIsDrainedAndClosedWithItsOutputSent)
 {
     PseudoTerminal pty;

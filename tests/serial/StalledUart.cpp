@@ -14,6 +14,7 @@ namespace {
 int g_stalledFd = -1;
 int g_queuedBytes = 0;
 bool g_discarded = false;
+int g_queueLooks = 0;
 
 bool HoldsOutput(int fd)
 {
@@ -36,11 +37,17 @@ void Stall(int fd, int queuedBytes)
     g_stalledFd = fd;
     g_queuedBytes = queuedBytes;
     g_discarded = false;
+    g_queueLooks = 0;
 }
 
 bool OutputDiscarded()
 {
     return g_discarded;
+}
+
+int QueueLooks()
+{
+    return g_queueLooks;
 }
 
 }  // namespace StalledUart
@@ -80,6 +87,7 @@ extern "C" int ioctl(int fd, unsigned long request, ...) noexcept
     void* argument = va_arg(arguments, void*);
     va_end(arguments);
     if (fd == g_stalledFd && request == TIOCOUTQ) {
+        ++g_queueLooks;
         *static_cast<int*>(argument) = g_queuedBytes;
         return 0;
     }

@@ -21,6 +21,9 @@ void Stall(int fd, int queuedBytes);
 // Whether the stuck output was discarded (tcflush of the output queue).
 bool OutputDiscarded();
 
+// How often the output queue was looked at (TIOCOUTQ) since Stall.
+int QueueLooks();
+
 }  // namespace StalledUart
 
 #endif
