@@ -18,7 +18,7 @@ std::string CsiFirmwareFromReply(const std::string& line);
 
 // Configures a CSI receiver with "$J" commands. Apart from the firmware query nothing is read
 // back: the receiver does not confirm its commands, and write results are not looked at.
-class CAutonomousCSI : public OtherFamilyConfigurer {
+class CAutonomousCSI : public OtherFamilyConfigurer<CAutonomousCSI> {
 public:
     // The port is not owned.
     explicit CAutonomousCSI(CComPort* port);
@@ -37,11 +37,13 @@ public:
     // Correction source: 0 none, 1 WAAS (SBAS), 2 beacon; any other value sends nothing.
     virtual void SetDiffSource(int source);
 
-protected:
+private:
+    friend class OtherFamilyConfigurer<CAutonomousCSI>;
+
     // "$JASC" with the sentence's stored rate, then the flag is stored.
-    void Output(Sentence sentence, bool on) override;
+    void Output(Sentence sentence, bool on);
     // The rate is rounded to one the receiver can output before it is stored and sent.
-    void SetFrequency(Sentence sentence, float hz) override;
+    void SetFrequency(Sentence sentence, float hz);
 };
 
 #endif

@@ -7,7 +7,7 @@ class CComPort;
 
 // The configurer for a receiver that no family recognises: the run driver can go through its
 // whole sequence, and the receiver hears nothing. Every query answers "no" or "".
-class CAutonomousGeneric : public OtherFamilyConfigurer {
+class CAutonomousGeneric : public OtherFamilyConfigurer<CAutonomousGeneric> {
 public:
     // The port is not owned, and never used.
     explicit CAutonomousGeneric(CComPort* port);
@@ -17,10 +17,12 @@ public:
     // Nothing is sent; false: SBAS was not configured.
     bool ConfigureSbas(const SbasPrnFlags& prnEnabled, bool useSbas, bool allowType0) override;
 
-protected:
+private:
+    friend class OtherFamilyConfigurer<CAutonomousGeneric>;
+
     // Nothing is stored or sent.
-    void Output(Sentence sentence, bool on) override;
-    void SetFrequency(Sentence sentence, float hz) override;
+    void Output(Sentence sentence, bool on);
+    void SetFrequency(Sentence sentence, float hz);
 };
 
 #endif

@@ -19,7 +19,7 @@ bool ProbePmcagReceiver(CComPort& port);
 // needs every stored rate to be at least 1 Hz: a slower rate, including ZDA's initial 0.2 Hz,
 // ends the process with SIGFPE, as the console's tool always has. Set ZDA's rate (and any other
 // below 1 Hz) to at least 1 Hz before any other setter.
-class CAutonomousNovatel : public OtherFamilyConfigurer {
+class CAutonomousNovatel : public OtherFamilyConfigurer<CAutonomousNovatel> {
 public:
     // The port is not owned.
     explicit CAutonomousNovatel(CComPort* port);
@@ -36,12 +36,13 @@ public:
     // Sends "$PMCAG,000,0" twice, 10 ms apart, as every binary change begins.
     void SendPmcag000Twice();
 
-protected:
+private:
+    friend class OtherFamilyConfigurer<CAutonomousNovatel>;
+
     // Stores the flag, then sends the output sentence. A rate is stored as it is and sent the same
     // way.
-    void Output(Sentence sentence, bool on) override;
+    void Output(Sentence sentence, bool on);
 
-private:
     void SendOutputSentence();
     void SendPacket(std::uint8_t id, const std::uint8_t* payload, std::uint8_t length);
     // Makes the receiver take the binary changes sent before. Always true.
