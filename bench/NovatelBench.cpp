@@ -10,7 +10,7 @@
 #include "receivers/SbasPrnFlags.h"
 #include "receivers/novatel/NovatelExchange.h"
 #include "receivers/novatel/VersionLog.h"
-#include "tests/novatel/NovatelWire.h"
+#include "tests/support/SimulatedNovatel.h"
 
 #include <cstdio>
 #include <ctime>
@@ -42,7 +42,7 @@ struct Bench {
 
     SimulatedNovatel receiver;
     PathComPort* port = &receiver.Port();
-    OemV1Descendants* configurer = &receiver.Configurer();
+    NovatelCommon::OemV1Descendants* configurer = &receiver.Configurer();
 };
 
 struct Operation {

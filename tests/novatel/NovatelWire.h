@@ -1,54 +1,19 @@
 #ifndef GNSS_TESTS_NOVATEL_NOVATELWIRE_H
 #define GNSS_TESTS_NOVATEL_NOVATELWIRE_H
 
-#include "receivers/novatel/CAutonomousV1.h"
-#include "receivers/novatel/COEMStar.h"
-#include "receivers/novatel/NovatelOem6.h"
-#include "receivers/novatel/NovatelOem7.h"
 #include "sim/line/Fault.h"
-#include "tests/support/SimulatedReceiver.h"
+#include "tests/support/SimulatedNovatel.h"
 #include "tests/support/TestTiming.h"
 #include "util/Stopwatch.h"
 
 #include <gtest/gtest.h>
 
-#include <memory>
 #include <string>
 #include <vector>
 
 using Lines = std::vector<std::string>;
 using GnssSim::Fault;
 using NovatelCommon::OemV1Descendants;
-
-// A simulated NovAtel receiver, the tool's port open on its line, and the configurer of its
-// generation ("oemv", "oemstar", "oemstarg", "oem6"; anything else gets the OEM7 configurer).
-class SimulatedNovatel : public SimulatedReceiver {
-public:
-    explicit SimulatedNovatel(const GnssSim::SimOptions& options, int portBaud = kConsoleBaud)
-        : SimulatedReceiver(options),
-          m_configurer(MakeConfigurer(options.receiver, &OpenPort(portBaud)))
-    {
-    }
-
-    OemV1Descendants& Configurer() { return *m_configurer; }
-
-private:
-    static std::unique_ptr<OemV1Descendants> MakeConfigurer(const std::string& name, CComPort* port)
-    {
-        if (name == "oemv") {
-            return std::make_unique<CAutonomousV1>(port);
-        }
-        if (name == "oemstar" || name == "oemstarg") {
-            return std::make_unique<COEMStar>(port, name == "oemstarg");
-        }
-        if (name == "oem6") {
-            return std::make_unique<NovatelOem6>(port);
-        }
-        return std::make_unique<NovatelOem7>(port);
-    }
-
-    std::unique_ptr<OemV1Descendants> m_configurer;
-};
 
 // Each line with its line end; "" stands for a line end on its own.
 inline Lines WithLineEnds(Lines lines)
