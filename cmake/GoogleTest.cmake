@@ -11,6 +11,12 @@ include(GoogleTest)
 
 # gnss_add_test(name SOURCES ... LIBS ...): one test program whose cases ctest runs one by one, so
 # that the slow ones (real time-outs) run in parallel with the rest.
+#
+# A parameterised case is named by its suite's name generator alone (NO_PRETTY_VALUES): without it
+# ctest appends what GoogleTest prints of the parameter, which for a structure without PrintTo is
+# its raw bytes, pointers included, different from build to build. ctest pads each line of its
+# report to the longest name, so names stay short enough for the report to fit a terminal: at most
+# 76 characters, 120 columns.
 function(gnss_add_test name)
     cmake_parse_arguments(ARG "" "" "SOURCES;LIBS" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
@@ -18,5 +24,6 @@ function(gnss_add_test name)
     gtest_discover_tests(${name}
         DISCOVERY_MODE PRE_TEST
         DISCOVERY_TIMEOUT 60
+        NO_PRETTY_VALUES
         PROPERTIES TIMEOUT 300)
 endfunction()

@@ -33,7 +33,7 @@ void PrintTo(const ConfigurationCase& c, std::ostream* os)
 
 class ConfigurationRun : public testing::TestWithParam<ConfigurationCase> {};
 
-TEST_P(ConfigurationRun, ConfiguresInOrderAndTellsTheDriverWhatIsAttached)
+TEST_P(ConfigurationRun, ConfiguresInOrderAndTellsTheDriver)
 {
     SimulatedReceiver receiver(GetParam().receiver);
     EXPECT_EQ(RunAgainst(receiver, GetParam().arguments), GetParam().outcome);

@@ -27,7 +27,7 @@ using QueryCase = std::tuple<std::string, std::string, std::string>;
 
 class QueryRun : public testing::TestWithParam<QueryCase> {};
 
-TEST_P(QueryRun, PrintsTheDetectedTypeAndFirmwareAndTellsTheDriverNothing)
+TEST_P(QueryRun, PrintsTypeAndFirmwareTellsDriverNothing)
 {
     const auto& [name, type, firmware] = GetParam();
     SimulatedReceiver receiver(name);

@@ -169,7 +169,7 @@ void PrintTo(const Param& param, std::ostream* out)
 
 class RealConsole : public testing::TestWithParam<Param> {};
 
-TEST_P(RealConsole, RunEndsAsWithoutTheCondition)
+TEST_P(RealConsole, EndsAsUndisturbed)
 {
     const std::string noPrivateDev = WhyNoPrivateDev(GNSS_PRIVATE_DEV);
     if (!noPrivateDev.empty()) {

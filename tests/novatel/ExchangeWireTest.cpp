@@ -87,7 +87,7 @@ TEST(VersionLog, GenerationIsAskedForAt115200Then19200Then9600)
     }
 }
 
-TEST(FindReceiverBaud, ASilentReceiverCostsFiveSweepsAndExchangesAndTheLineGoesBack)
+TEST(FindReceiverBaud, SilentReceiverCostsFiveSweepsAndTheLineGoesBack)
 {
     SimulatedNovatel receiver(TestReceiverOptions("silent"), 19200);
     const Stopwatch clock;

@@ -2,6 +2,7 @@
 #include "tests/novatel/NovatelWire.h"
 
 #include <functional>
+#include <ostream>
 #include <set>
 #include <tuple>
 
@@ -61,9 +62,14 @@ struct Case {
     int startupBaud = kConsoleBaud;
 };
 
+void PrintTo(const Case& c, std::ostream* os)
+{
+    *os << c.name << " on " << c.receiver;
+}
+
 class OnTheWire : public testing::TestWithParam<Case> {};
 
-TEST_P(OnTheWire, TheReceiverHearsExactlyThis)
+TEST_P(OnTheWire, ReceiverHears)
 {
     const Case& c = GetParam();
     using Outcome = std::tuple<int, Lines>;

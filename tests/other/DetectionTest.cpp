@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <ostream>
 
 using Lines = std::vector<std::string>;
 
@@ -64,11 +65,16 @@ const DetectionCase kEveryReceiver[] = {
     {"oemv", 9, "CAutonomousGeneric", {kNovatel, kCsi, kPmcag}, kAllProbesMs},
     {"silent", 9, "CAutonomousGeneric", {kNovatel, kCsi, kPmcag}, kAllProbesMs}};
 
+void PrintTo(const DetectionCase& c, std::ostream* os)
+{
+    *os << c.receiver;
+}
+
 class DetectionOnSimulator : public testing::TestWithParam<DetectionCase> {};
 
 // A fresh context detects before it makes the configurer; afterwards the cached type answers
 // without a word to the receiver.
-TEST_P(DetectionOnSimulator, FindsTheFamilyInOrderAndMakesItsConfigurer)
+TEST_P(DetectionOnSimulator, FindsTheFamilyAndItsConfigurer)
 {
     const DetectionCase& expected = GetParam();
     SimulatedReceiver receiver(expected.receiver);

@@ -179,7 +179,7 @@ TEST(PmcagProbe, WaitsOutItsBudgetOnAHungUpLineWithoutSpinning)
 // The console's tool let the CPU trap the division by a rate below 1 Hz (ZDA's initial 0.2 Hz,
 // also while ZDA is off) or by a rate that is not a number; the process must end the same way,
 // with every build, before a byte is sent.
-TEST(PmcagCommandsDeathTest, EveryOperationSendsItsBytesAndARateBelowOneHertzEndsTheProcess)
+TEST(PmcagCommandsDeathTest, EachSendsItsBytesAndARateBelowOneHertzEndsTheProcess)
 {
     SimulatedReceiver receiver("pmcag");
     CAutonomousNovatel pmcag(&receiver.OpenPort());

@@ -42,7 +42,7 @@ TEST_F(ReadUntilOnPty, EndsAtTheTerminatorAFullBufferOrANul)
     }
 }
 
-TEST_F(ReadUntilOnPty, ATimeOutIsSuccessWithWhatArrivedAndTricklingBytesDoNotExtendIt)
+TEST_F(ReadUntilOnPty, TimeOutIsSuccessAndTricklingBytesDoNotExtendIt)
 {
     Stopwatch clock;
     EXPECT_EQ(ReadLine(port, kBufferSize, kTimeoutMs), "0 0 ");
