@@ -24,7 +24,7 @@ constexpr int kFailure = 1;
 // The receiver's own reset limit applies (20 s on NovAtel receivers).
 constexpr int kFamilyDefaultResetLimit = -1;
 // ResetPdpFilter answers 2 when acknowledged and 1 when not; a run counts only 0 as success, so
-// this mode always ends with status 1. Start-up scripts have always seen it so.
+// this mode always ends with status 1, and start-up scripts are written for that status.
 constexpr int kPdpFilterResetSuccess = 0;
 // Lets the receiver act on the last output command before its configuration is saved.
 constexpr int kSettleBeforeSaveMs = 1000;
@@ -49,8 +49,8 @@ int RunQuery(const GpsSettings& settings, CComPort& port, const RunCollaborators
     const int type = DetectReceiverType(probe, true);
     const std::unique_ptr<CGPSConfigurer> configurer = CreateConfigurer(probe);
     if (configurer) {
-        // Asked once before the print-out, which asks again: the console's tool always did, so
-        // receivers have always heard the request (a version log, "$JI") that many times.
+        // Asked once before the print-out, which asks again, so the receiver hears the request (a
+        // version log, "$JI") that many times: field engineers compare wire logs by that count.
         configurer->GetFirmwareVersion();
         PrintQueryReport(*configurer, type, settings.bExtendedQuery, with.out);
     }

@@ -6,7 +6,7 @@
 // How a parse ends that does not fill the settings: help or version shown, or arguments rejected.
 enum class ParseEnding {
     // The parser library prints its text and ends the process itself (status 0 for help and
-    // version, 1 for an error), as the tool has always done.
+    // version, 1 for an error): the statuses start-up scripts read.
     ExitsProcess,
     // For callers that parse many command lines in one process: help and version are printed and
     // set settings.bHelpShown; a rejection is printed as "error: <text> for arg <argument>".

@@ -2,7 +2,8 @@
 
 namespace {
 
-// Two spare bytes past the capacity, zero-filled, as the port has always allocated them.
+// Two spare bytes past the capacity, zero-filled and never written: whatever reads the storage as
+// text finds it NUL-terminated.
 constexpr int kSpareBytes = 2;
 
 }  // namespace

@@ -9,7 +9,8 @@ namespace {
 
 // Most command lines fit in the first buffer; longer texts cost one more formatting pass.
 constexpr size_t kFirstFormatBufferSize = 128;
-// Room added to the size the formatter asked for, kept from the console's earlier tool.
+// Room added to the size the formatter asked for, which leaves out the terminating NUL: four bytes
+// hold it with some to spare.
 constexpr size_t kFormatBufferSlack = 4;
 
 // Formats into a buffer of the first size and grows it until the text fits: to the size the

@@ -26,7 +26,8 @@ std::vector<std::string> FixSequence(bool useGlonass, bool useSbas, bool usePpp)
 {
     // GLONASS on, SBAS off and PPP on deliberately sends what GLONASS off, SBAS on and PPP on
     // sends (SBAS enabled, GLONASS idled) instead of following the pattern of the other seven
-    // combinations: receivers in service have always been set up so, and it stays.
+    // combinations: the receivers in service are set up so, and a unit configured again must
+    // match them.
     if (useGlonass && !useSbas && usePpp) {
         useGlonass = false;
         useSbas = true;
@@ -81,7 +82,8 @@ bool NovatelOem6::ConfigureSbas(const SbasPrnFlags& prnEnabled, bool useSbas, bo
         NovatelCommon::SbasChannelPair(prns, kFirstSbasChannel, false);
     const bool enabled = Acknowledged("SBASCONTROL ENABLE\r\n");
     // Channel 16 is assigned even when SBAS could not be enabled, and its answer is not looked
-    // at: the OEM6 set-up has always done so.
+    // at: the OEM6 receivers in service are set up so, and a unit configured again must match
+    // them.
     Acknowledged(channels[0], kChannelAssignTimeoutMs);
     if (!enabled) {
         return true;

@@ -17,8 +17,8 @@ bool ProbePmcagReceiver(CComPort& port);
 //
 // Every setter sends the one output sentence that covers all five messages, and that sentence
 // needs every stored rate to be at least 1 Hz: a slower rate, including ZDA's initial 0.2 Hz,
-// ends the process with SIGFPE, as the console's tool always has. Set ZDA's rate (and any other
-// below 1 Hz) to at least 1 Hz before any other setter.
+// ends the process with SIGFPE, the end start-up scripts know for this family (status 136). Set
+// ZDA's rate (and any other below 1 Hz) to at least 1 Hz before any other setter.
 class CAutonomousNovatel : public OtherFamilyConfigurer<CAutonomousNovatel> {
 public:
     // The port is not owned.

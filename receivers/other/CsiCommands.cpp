@@ -8,8 +8,8 @@
 namespace {
 
 // A rate the receiver can output and the lowest request that rounds to it. Requests are compared
-// in double precision, as the console's tool did: a float 0.6 or 0.1 from the command line lies
-// just above the double and so rounds up.
+// in double precision, so a float 0.6 or 0.1 from the command line, which lies just above the
+// double, rounds up: the receivers in service were given their rates so.
 struct RateStep {
     double fromHz;
     float hz;

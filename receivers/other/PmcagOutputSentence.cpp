@@ -13,10 +13,11 @@ namespace {
 // Any rate faster than 1 Hz is sent as this period: the receiver's "as fast as you can".
 constexpr int kFastestPeriod = 999;
 
-// The console's tool divided 1 by the whole hertz and let the CPU trap a division by zero. An
-// integer division by zero is undefined in C++ and some ARM cores return 0 instead of trapping,
-// so the signal is raised here on purpose, with the default action, exactly as the trap ended
-// the process: whatever handler or mask a caller has set up cannot turn it into something else.
+// A rate below 1 Hz ends the process with SIGFPE, as a trapped integer division of 1 by its whole
+// hertz would: start-up scripts know that end (status 136) for this family. An integer division by
+// zero is undefined in C++ and some ARM cores return 0 instead of trapping, so the signal is raised
+// here on purpose, with the default action: whatever handler or mask a caller has set up cannot
+// turn it into something else.
 [[noreturn]] void EndProcessAsDivisionByZero()
 {
     struct sigaction defaultAction {};

@@ -19,8 +19,8 @@ struct PmcagOutputSettings {
 
 // The period text the receiver expects for a rate: "999" above 1 Hz (as fast as it goes), else
 // 1 divided by the whole hertz, as "%03d". A rate below 1 Hz (and a rate that is not a number)
-// has no whole hertz: the process ends with SIGFPE, as the console's tool always has, and nothing
-// is returned.
+// has no whole hertz: the process ends with SIGFPE, the end start-up scripts know for this family
+// (status 136), and nothing is returned.
 std::string PmcagPeriodText(float hz);
 
 // The one sentence that sets all five messages, checksum and CR LF included:

@@ -46,8 +46,8 @@ std::uint8_t DisabledMask(const SbasPrnFlags& prnEnabled, int firstPrn, int coun
 
 PmcagModeBlock BuildPmcagModeBlock(bool useSbas, bool allowType0)
 {
-    // Bytes 0 to 3 are the receiver's own settings as the console's tool always sent them; the
-    // type 0 variant changes the first byte and adds the third.
+    // Bytes 0 to 3 are the receiver's own settings, as the receivers in service were configured;
+    // the type 0 variant changes the first byte and adds the third.
     PmcagModeBlock block{};
     block[0] = 2;
     block[1] = 0x78;

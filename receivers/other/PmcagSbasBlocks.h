@@ -7,7 +7,7 @@
 #include <cstdint>
 
 // The payloads of the "$PMCAG" receivers' SBAS packets. What their bytes mean beyond what is sent
-// here is not known; they are reproduced exactly as the console's tool sent them.
+// here is not known; they are sent byte for byte as the receivers in service were configured.
 
 using PmcagModeBlock = std::array<std::uint8_t, 21>;
 using PmcagPrnBlock = std::array<std::uint8_t, 12>;

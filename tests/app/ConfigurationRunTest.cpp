@@ -73,8 +73,8 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& info) { return info.param.receiver; });
 
 // The "$PMCAG" configurer's first setter needs every rate at 1 Hz or more, and ZDA starts at
-// 0.2 Hz: the process has always ended there with SIGFPE, before anything but the probes reached
-// the receiver.
+// 0.2 Hz: the process ends there with SIGFPE, the end start-up scripts know for this family, before
+// anything but the probes reached the receiver.
 TEST(ConfigurationRunDeathTest, PmcagReceiverEndsTheProcessWithSigfpe)
 {
     SimulatedReceiver receiver("pmcag");

@@ -79,8 +79,8 @@ TEST(QueryRun, ClassifiesAUnitsOwnVersionLine)
 }
 
 // Every item of the print-out asks the receiver afresh, and the firmware is asked for once more
-// before it, as the console's tool always did: with detection, six version requests. The version
-// line is printed as the receiver sent it, its line end included.
+// before it: with detection, six version requests, the count field engineers find in wire logs.
+// The version line is printed as the receiver sent it, its line end included.
 TEST(ExtendedQueryRun, NovatelReceiverShowsItsVersionRecordAndRawVersionLine)
 {
     SimulatedReceiver receiver("oem6");

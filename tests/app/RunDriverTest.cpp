@@ -60,7 +60,7 @@ TEST(OverrideRun, TellsTheDriverTheTypeAndFirmwareWithoutOpeningThePort)
 
 // Given both resets, a real run resets the receiver, which comes back, and leaves its PDP filter
 // alone. The PDP-filter reset alone ends with status 1 although the receiver acknowledged it:
-// start-up scripts have always seen it so.
+// start-up scripts are written for that status.
 TEST(ResetRun, ResetsTheReceiverBeforeThePdpFilter)
 {
     SimulatedReceiver receiver("oem7500");

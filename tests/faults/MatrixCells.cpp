@@ -357,7 +357,7 @@ Expectation Expect(const Cell& cell, Configurer seen, const std::string& port)
             expected.statuses = {0, 1};
         }
     } else if (mode == "reset-pdp-filter") {
-        // Acknowledged or not, this mode has always ended with status 1.
+        // Acknowledged or not, this mode ends with status 1: start-up scripts are written for it.
         expected.statuses = {1};
         if (!novatel) {
             expected.stdoutPattern = Escaped("Do not know how to reset PDP filter on this receiver\n");

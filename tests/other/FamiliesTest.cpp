@@ -176,9 +176,9 @@ TEST(PmcagProbe, WaitsOutItsBudgetOnAHungUpLineWithoutSpinning)
 // Each setter sends the sentence for all five messages; a message that is off shows "000" and
 // one above 1 Hz "999" (GGA starts at 5 Hz). SBAS: identify, the mode, commit; then the PRN blocks
 // with 133 and 120 disabled, commit; every binary change begins with "$PMCAG,000,0" twice.
-// The console's tool let the CPU trap the division by a rate below 1 Hz (ZDA's initial 0.2 Hz,
-// also while ZDA is off) or by a rate that is not a number; the process must end the same way,
-// with every build, before a byte is sent.
+// A rate below 1 Hz (ZDA's initial 0.2 Hz, also while ZDA is off) or one that is not a number
+// ends the process with SIGFPE, the end start-up scripts know for this family, in every build and
+// before a byte is sent.
 TEST(PmcagCommandsDeathTest, EachSendsItsBytesAndARateBelowOneHertzEndsTheProcess)
 {
     SimulatedReceiver receiver("pmcag");
