@@ -2,20 +2,21 @@
 # tool without a receiver. `cpack` in a release build folder writes both; scripts/package builds
 # them for the build machine and for the console and checks them.
 #
-#   cmake -S . -B build/pkg-amd64 -DCMAKE_BUILD_TYPE=RelWithDebInfo -DGNSS_RELEASE_BUILD=ON -DBUILD_TESTING=OFF
-#   cmake --build build/pkg-amd64 && (cd build/pkg-amd64 && cpack)
+#   cmake --preset release && cmake --build --preset release && (cd build/release && cpack)
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME gnss-setup)
 set(CPACK_PACKAGE_VERSION "${PROJECT_VERSION}")
 set(CPACK_PACKAGE_VENDOR "gnss-setup developers")
-# Whoever ships the packages names themselves here (-DGNSS_PACKAGE_MAINTAINER="Name <address>", or
-# the environment's GNSS_PACKAGE_MAINTAINER for scripts/package). The default is the project under
-# the reserved top-level domain .invalid: an address that honestly reaches nobody, yet one that
-# Debian's checks accept as an address (a bare host such as localhost they reject).
-set(GNSS_PACKAGE_MAINTAINER "gnss-setup developers <gnss-setup@gnss-setup.invalid>"
-    CACHE STRING "Maintainer field of the Debian packages")
-set(CPACK_DEBIAN_PACKAGE_MAINTAINER "${GNSS_PACKAGE_MAINTAINER}")
+# Whoever ships the packages names themselves in the environment's GNSS_PACKAGE_MAINTAINER="Name
+# <address>" when the build folder is configured; it is read afresh at every configuration, so a
+# folder never keeps an earlier run's name. The default is the project under the reserved top-level
+# domain .invalid: an address that honestly reaches nobody, yet one that Debian's checks accept as
+# an address (a bare host such as localhost they reject).
+set(CPACK_DEBIAN_PACKAGE_MAINTAINER "gnss-setup developers <gnss-setup@gnss-setup.invalid>")
+if(NOT "$ENV{GNSS_PACKAGE_MAINTAINER}" STREQUAL "")
+    set(CPACK_DEBIAN_PACKAGE_MAINTAINER "$ENV{GNSS_PACKAGE_MAINTAINER}")
+endif()
 # name_version_architecture.deb, as Debian names its own.
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
