@@ -365,7 +365,8 @@ int CLinuxComPort::MarkFrameErrorCount()
 }
 
 // The slots below have no implementation on a Linux tty; their fixed answers are part of the
-// interface.
+// interface. One line each, so that they read as the table they are.
+// clang-format off
 int CLinuxComPort::UnsupportedOperation7() { return COMERR_UNSUPPORTED; }
 int CLinuxComPort::UnsupportedOperation8() { return COMERR_UNSUPPORTED; }
 int CLinuxComPort::UnsupportedFlush9() { return COMERR_FLUSH; }
@@ -382,3 +383,4 @@ int CLinuxComPort::UnsupportedOperation29() { return COMERR_NOT_IMPLEMENTED; }
 int CLinuxComPort::UnsupportedOperation32() { return COMERR_NOT_IMPLEMENTED; }
 int CLinuxComPort::UnsupportedOperation33() { return COMERR_NOT_IMPLEMENTED; }
 int CLinuxComPort::UnsupportedOperation34() { return COMERR_NOT_IMPLEMENTED; }
+// clang-format on
