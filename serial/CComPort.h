@@ -27,27 +27,28 @@ public:
     virtual int IsOpenFlag();
     // Discards received input that nobody has read; pending output is left alone.
     virtual int FlushInput() = 0;
-    virtual int UnsupportedOperation7() = 0;   // 110
-    virtual int UnsupportedOperation8() = 0;   // 110
-    virtual int UnsupportedFlush9() = 0;       // 103
+    virtual int UnsupportedOperation7() = 0;  // COMERR_UNSUPPORTED
+    virtual int UnsupportedOperation8() = 0;  // COMERR_UNSUPPORTED
+    virtual int UnsupportedFlush9() = 0;  // COMERR_FLUSH
     // Waits until all written bytes have left; see CLinuxComPort for its unmapped result.
     virtual int Drain() = 0;
-    virtual int UnsupportedOperation11() = 0;  // 110
-    virtual int UnsupportedOperation12() = 0;  // 110
+    virtual int UnsupportedOperation11() = 0;  // COMERR_UNSUPPORTED
+    virtual int UnsupportedOperation12() = 0;  // COMERR_UNSUPPORTED
     // One byte within timeoutMs; -1 reads once without waiting.
     virtual int ReadByte(unsigned char* out, int timeoutMs) = 0;
-    virtual int UnsupportedRead14() = 0;       // 106
+    virtual int UnsupportedRead14() = 0;  // COMERR_READ
     // ReadUntil with a terminator that never matches: fills buf until it is full or time is up.
     virtual int Read(char* buf, int size, int* count, int timeoutMs) = 0;
-    // Reads byte by byte into buf until terminator (kept and counted), size - 1 bytes (108), a
-    // NUL (114, not counted) or the end of timeoutMs (-1: no limit). Running out of time is
-    // success: the caller gets whatever arrived, *count bytes, NUL-terminated.
+    // Reads byte by byte into buf until terminator (kept and counted), size - 1 bytes
+    // (COMERR_BUFFER_FULL), a NUL (COMERR_NUL_RECEIVED, not counted) or the end of timeoutMs (-1:
+    // no limit). Running out of time is success: the caller gets whatever arrived, *count bytes,
+    // NUL-terminated.
     virtual int ReadUntil(char* buf, int terminator, int size, int* count, int timeoutMs) = 0;
-    virtual int UnsupportedWrite17() = 0;      // 109
-    virtual int UnsupportedWrite18() = 0;      // 109
+    virtual int UnsupportedWrite17() = 0;  // COMERR_WRITE
+    virtual int UnsupportedWrite18() = 0;  // COMERR_WRITE
     // *written gets write()'s raw result, -1 included.
     virtual int WriteString(const char* text, int* written) = 0;
-    // One byte through ReadBuffer; 106 unless exactly one byte came.
+    // One byte through ReadBuffer; COMERR_READ unless exactly one byte came.
     virtual int ReadChar(char* out) = 0;
     virtual int ReadBuffer(char* buf, int len, int* count) = 0;
     // 0 only when the byte was written.
@@ -56,21 +57,21 @@ public:
     // Bits 0 to 2: whether line queries A, B and C reported a nonzero value.
     virtual int GetLineStatus();
     virtual int LineQueryA(int* value, int argument) = 0;
-    virtual int UnsupportedOperation26() = 0;  // 112
+    virtual int UnsupportedOperation26() = 0;  // COMERR_NOT_IMPLEMENTED
     virtual int LineQueryB(int* value) = 0;
     virtual int LineQueryC(int* value, int argument) = 0;
-    virtual int UnsupportedOperation29() = 0;  // 112
+    virtual int UnsupportedOperation29() = 0;  // COMERR_NOT_IMPLEMENTED
     virtual int GetBaudRate();
     // Stores a mappable rate; an open port also switches to it at once.
     virtual int SetBaudRate(int baud) = 0;
-    virtual int UnsupportedOperation32() = 0;  // 112
-    virtual int UnsupportedOperation33() = 0;  // 112
-    virtual int UnsupportedOperation34() = 0;  // 112
+    virtual int UnsupportedOperation32() = 0;  // COMERR_NOT_IMPLEMENTED
+    virtual int UnsupportedOperation33() = 0;  // COMERR_NOT_IMPLEMENTED
+    virtual int UnsupportedOperation34() = 0;  // COMERR_NOT_IMPLEMENTED
     // Framing errors since the last mark: the way to tell a wrong baud rate from silence.
     virtual int GetFrameErrorCount() = 0;
     virtual int MarkFrameErrorCount() = 0;
     // Moves every byte already received into the ring buffer; returns the first failure code
-    // (105 once nothing is pending).
+    // (COMERR_TIMEOUT once nothing is pending).
     virtual int FillRingBuffer();
 
     int GetPortNumber() const;

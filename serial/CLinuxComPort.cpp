@@ -213,8 +213,8 @@ int CLinuxComPort::WaitForByte(int timeoutMs)
 
 int CLinuxComPort::Read(char* buf, int size, int* count, int timeoutMs)
 {
-    // A NUL ends the read with 114 before it could match terminator 0, so only a full buffer or
-    // the end of the time stops it.
+    // A NUL ends the read with COMERR_NUL_RECEIVED before it could match terminator 0, so only a
+    // full buffer or the end of the time stops it.
     return ReadUntil(buf, 0, size, count, timeoutMs);
 }
 

@@ -38,31 +38,34 @@ public:
     int Drain() override;
     int UnsupportedOperation11() override;
     int UnsupportedOperation12() override;
-    // 105 when nothing came within timeoutMs or the wait was interrupted. A read of zero bytes
-    // (a hung-up line) counts as success.
+    // COMERR_TIMEOUT when nothing came within timeoutMs or the wait was interrupted. A read of
+    // zero bytes (a hung-up line) counts as success.
     int ReadByte(unsigned char* out, int timeoutMs) override;
     int UnsupportedRead14() override;
     int Read(char* buf, int size, int* count, int timeoutMs) override;
-    // 102 on a closed port; a size below 2 leaves no room for a byte and gives 108 at once.
+    // COMERR_NOT_OPEN on a closed port; a size below 2 leaves no room for a byte and gives
+    // COMERR_BUFFER_FULL at once.
     // The terminator is compared as a byte value, so '\xff' and 255 name the same byte.
     int ReadUntil(char* buf, int terminator, int size, int* count, int timeoutMs) override;
     int UnsupportedWrite17() override;
     int UnsupportedWrite18() override;
     int WriteString(const char* text, int* written) override;
     int ReadChar(char* out) override;
-    // Not supported on this port: always 106.
+    // Not supported on this port: always COMERR_READ.
     int ReadBuffer(char* buf, int len, int* count) override;
     int WriteChar(char ch) override;
     // A negative len writes nothing.
     int WriteBuffer(const void* buf, int len, int* written) override;
-    // The three line queries are not supported on this port (110), so GetLineStatus is 0.
+    // The three line queries are not supported on this port (COMERR_UNSUPPORTED), so
+    // GetLineStatus is 0.
     int LineQueryA(int* value, int argument) override;
     int UnsupportedOperation26() override;
     int LineQueryB(int* value) override;
     int LineQueryC(int* value, int argument) override;
     int UnsupportedOperation29() override;
-    // 0 is refused silently (111); any other rate outside 50..230400 prints "Couldn't map baud
-    // <rate>" (111). Neither is stored. A closed port only stores the rate for the next Open.
+    // 0 is refused silently (COMERR_BAUD); any other rate outside 50..230400 prints "Couldn't
+    // map baud <rate>" (COMERR_BAUD). Neither is stored. A closed port only stores the rate for
+    // the next Open.
     int SetBaudRate(int baud) override;
     int UnsupportedOperation32() override;
     int UnsupportedOperation33() override;

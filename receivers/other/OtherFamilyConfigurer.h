@@ -19,12 +19,11 @@
 template <class Family>
 class OtherFamilyConfigurer : public CGPSConfigurer {
 public:
-    // All false here.
     bool SupportsFeature2() override { return false; }
     bool SupportsGlonass() override { return false; }
     bool SupportsSbas() override { return false; }
     bool SupportsNovatelExtras() override { return false; }
-    // Both "" here: the receiver is not asked.
+    // The receiver is not asked.
     std::string GetModel() override { return ""; }
     std::string GetFirmwareVersion() override { return ""; }
 

@@ -44,7 +44,7 @@ TEST(LinuxComPortLife, StoresOpensRawAppliesRatesAndClosesOnce)
 
     EXPECT_EQ(0, port.Close());
     EXPECT_EQ(COMERR_CLOSE_NOT_OPEN, port.Close());
-    EXPECT_EQ(0, port.Drain());  // deliberately not 102: callers drain unconditionally
+    EXPECT_EQ(0, port.Drain());  // deliberately not COMERR_NOT_OPEN: callers drain unconditionally
     EXPECT_EQ(COMERR_NOT_OPEN, port.FlushInput());
     EXPECT_EQ(COMERR_NOT_OPEN, port.WriteString("x", &written));
     EXPECT_EQ("102 0 ", ReadLine(port));

@@ -7,8 +7,8 @@
 
 std::string ReadFor(CComPort& port, int timeoutMs, const std::string& until)
 {
-    // ReadUntil with room for one byte reports each byte as a full buffer and a NUL as 114, and,
-    // unlike ReadByte, a hung-up line as a read failure.
+    // ReadUntil with room for one byte reports each byte as a full buffer and a NUL as
+    // COMERR_NUL_RECEIVED, and, unlike ReadByte, a hung-up line as a read failure.
     const Stopwatch clock;
     std::string bytes;
     while (until.empty() || bytes.find(until) == std::string::npos) {
