@@ -59,7 +59,7 @@ SbasPrnFlags Prns(const std::set<int>& prns)
 }
 
 // Pauses of the operations, as they are meant to be.
-constexpr long kSweepMs = 5 * 10;
+constexpr long kSweepMs = 5L * 10;
 constexpr long kProbeSettleMs = 100;
 constexpr long kFamilyPauseMs = 100;
 constexpr long kRestartWaitsMs = 1000 + 5000;
@@ -149,7 +149,7 @@ bool Measure(const Operation& op, Measurement& result)
     try {
         bench = std::make_unique<Bench>(options);
     } catch (const std::runtime_error& error) {
-        std::fprintf(stderr, "%s\n", error.what());
+        (void)std::fprintf(stderr, "%s\n", error.what());
         return false;
     }
     const double wallStart = NowMs(CLOCK_MONOTONIC);

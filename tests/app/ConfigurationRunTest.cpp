@@ -35,11 +35,12 @@ class ConfigurationRun : public testing::TestWithParam<ConfigurationCase> {};
 
 TEST_P(ConfigurationRun, ConfiguresInOrderAndTellsTheDriver)
 {
-    SimulatedReceiver receiver(GetParam().receiver);
-    EXPECT_EQ(RunAgainst(receiver, GetParam().arguments), GetParam().outcome);
+    const ConfigurationCase& row = GetParam();
+    SimulatedReceiver receiver(row.receiver);
+    EXPECT_EQ(RunAgainst(receiver, row.arguments), row.outcome);
     const Lines heard = receiver.Heard();
-    EXPECT_EQ(StepsHeard(heard, kSteps), GetParam().steps);
-    EXPECT_EQ(heard.back(), GetParam().steps.back());
+    EXPECT_EQ(StepsHeard(heard, kSteps), row.steps);
+    EXPECT_EQ(heard.back(), row.steps.back());
 }
 
 // Without options the fix configuration is left alone, nothing is saved and only GGA is switched

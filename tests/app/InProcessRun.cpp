@@ -43,7 +43,7 @@ RunOutcome RunOn(const std::string& linePath, std::vector<const char*> arguments
     return outcome;
 }
 
-RunOutcome RunAgainst(SimulatedReceiver& receiver, std::vector<const char*> arguments)
+RunOutcome RunAgainst(const SimulatedReceiver& receiver, std::vector<const char*> arguments)
 {
     arguments.push_back(kConsolePort);
     return RunOn(receiver.LinePath(), arguments);

@@ -29,7 +29,7 @@ RunOutcome RunOn(const std::string& linePath, std::vector<const char*> arguments
 
 // The port name that RunAgainst puts on the command line last; the run opens the receiver's line.
 constexpr const char* kConsolePort = "/dev/ttyO1";
-RunOutcome RunAgainst(SimulatedReceiver& receiver, std::vector<const char*> arguments);
+RunOutcome RunAgainst(const SimulatedReceiver& receiver, std::vector<const char*> arguments);
 
 // The lines of heard that are among steps, in the order heard.
 Lines StepsHeard(const Lines& heard, const Lines& steps);

@@ -27,12 +27,13 @@ TEST(DriverHandover, CutsLongTextsAndNumbersTheTypesTheDriversWay)
         SetDriverReceiverInfo(type, seventy, "", seventy + "m");
         std::ostringstream requests;
         requests << std::ifstream(record).rdbuf();
-        std::ofstream(record, std::ios::trunc);  // the next call's requests alone
-        EXPECT_EQ(requests.str(), "open O_RDWR\nioctl ZRGPS_IOCS_SET_RECEIVER_VER " + cut +
-                                      "open O_RDWR\nioctl ZRGPS_IOCS_SET_EXTENDED_VER \"\"\n"
-                                      "open O_RDWR\nioctl ZRGPS_IOCT_SET_RECEIVER_TYPE " +
-                                      std::to_string(driverTypes[type]) +
-                                      "\nopen O_RDWR\nioctl ZRGPS_IOCS_SET_RECEIVER_MODEL " + cut)
+        std::ofstream emptied(record, std::ios::trunc);  // the next call's requests alone
+        emptied.close();
+        std::string expected = "open O_RDWR\nioctl ZRGPS_IOCS_SET_RECEIVER_VER " + cut;
+        expected += "open O_RDWR\nioctl ZRGPS_IOCS_SET_EXTENDED_VER \"\"\n";
+        expected += "open O_RDWR\nioctl ZRGPS_IOCT_SET_RECEIVER_TYPE " + std::to_string(driverTypes[type]);
+        expected += "\nopen O_RDWR\nioctl ZRGPS_IOCS_SET_RECEIVER_MODEL " + cut;
+        EXPECT_EQ(requests.str(), expected)
             << "receiver type " << type;
     }
     unsetenv("ZRGPS_CTL_RECORD");

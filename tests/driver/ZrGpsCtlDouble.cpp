@@ -41,7 +41,7 @@ std::string QuotedText(const char* buffer)
         const auto byte = static_cast<unsigned char>(buffer[i]);
         const bool plain = byte >= 0x20 && byte < 0x7F && byte != '"' && byte != '\\';
         char shown[8];
-        snprintf(shown, sizeof shown, plain ? "%c" : "\\x%02X", byte);
+        (void)snprintf(shown, sizeof shown, plain ? "%c" : "\\x%02X", byte);
         text += shown;
     }
     return text + (buffer[kTextBufferSize - 1] == '\0' ? "\"" : "\" (byte 59 not NUL)");

@@ -289,7 +289,7 @@ std::vector<std::string> Mismatches(const Param& param, FaultMatrix::Configurer 
                         std::to_string(expected.driverType));
     }
     if (param.runner == Runner::Direct) {
-        const long budgetMs = static_cast<long>(FaultMatrix::WorstCaseMs(param.cell, seen) * kTimeShare) + kStartAllowanceMs;
+        const long budgetMs = static_cast<long>(static_cast<double>(FaultMatrix::WorstCaseMs(param.cell, seen)) * kTimeShare) + kStartAllowanceMs;
         if (run.elapsedMs > budgetMs) {
             wrong.push_back("took " + std::to_string(run.elapsedMs) + " ms, more than " + std::to_string(budgetMs) +
                             " ms");

@@ -105,11 +105,11 @@ constexpr long kExchangeWorstMs = kNovatelExchangeMs + 500;
 // The version log: two requests, each read for 1000 ms in 500 ms slices.
 constexpr long kVersionLogWorstMs = 2 * kExchangeWorstMs;
 // A speed sweep: five rates with 10 ms after each switch command.
-constexpr long kSweepMs = 5 * 10;
+constexpr long kSweepMs = 5L * 10;
 // An NMEA log command: a 100 ms wait for "<OK" that may begin just before it ends, then 200 ms.
 constexpr long kLogCommandWorstMs = 2 * kNovatelLogOkMs + 200;
 // "Is the receiver alive": 50 requests of 100 ms each, each read in 50 ms slices.
-constexpr long kAliveWorstMs = 50 * (100 + 50);
+constexpr long kAliveWorstMs = 50L * (100 + 50);
 // The version probe: three rates, each 100 ms to settle and two requests of 1000 ms.
 constexpr long kNovatelProbeWorstMs = 3 * (100 + 2 * kExchangeWorstMs);
 // "$JAPP": 200 ms reads until more than 3000 ms have passed; "$PMCAG": until more than 299 ms.

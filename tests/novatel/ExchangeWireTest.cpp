@@ -92,7 +92,7 @@ TEST(FindReceiverBaud, SilentReceiverCostsFiveSweepsAndTheLineGoesBack)
     SimulatedNovatel receiver(TestReceiverOptions("silent"), 19200);
     const Stopwatch clock;
     EXPECT_EQ(-1, receiver.Configurer().FindReceiverBaud());
-    ExpectTook(clock.ElapsedMs(), 6 * 5 * 10 + 5 * 1000, 5 * 500);
+    ExpectTook(clock.ElapsedMs(), 6L * 5 * 10 + 5L * 1000, 5L * 500);
     EXPECT_EQ(19200, receiver.Port().GetBaudRate());
 }
 

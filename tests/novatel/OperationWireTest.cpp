@@ -91,7 +91,7 @@ TEST_P(OnTheWire, ReceiverHears)
     ExpectTook(tookMs, c.waitsMs, c.waitsMs / 2);
 }
 
-constexpr long kSweepMs = 5 * 10;
+constexpr long kSweepMs = 5L * 10;
 const Lines kSave = {"SAVECONFIG"};
 
 const Operation kPdpReset = [](auto& c) { return c.ResetPdpFilter(); };
@@ -141,7 +141,7 @@ INSTANTIATE_TEST_SUITE_P(
         // A refusal costs a second and is reported; the version log is asked for twice.
         Case{"VersionLog", "oem6", {NoAnswer("LOG VERSIONA ONCE")},
              [](auto& c) { return !c.ReadVersionLog().empty(); }, 0,
-             {"", "log versiona once", "", "log versiona once"}, 2 * 1000},
+             {"", "log versiona once", "", "log versiona once"}, 2L * 1000},
         Case{"PdpFilter", "oem6", {NoAnswer("PDPFILTER RESET")}, kPdpReset, 1, {"PDPFILTER RESET"},
              1000},
         Case{"NotThePdpFilter", "oem7700", {}, kPdpReset, 2, {"PDPFILTER RESET"}},
@@ -179,7 +179,7 @@ INSTANTIATE_TEST_SUITE_P(
                  return 1;
              },
              1, {"LOG GPGSA ONTIME 1.0", "LOG GPZDA ONTIME 5.0", "LOG GPZDA ONTIME inf"},
-             2 * (100 + 200)},
+             2L * (100 + 200)},
         // A configuration in use is only asked for, and a receiver without GLONASS not at all (the
         // OEM6 reads its model to learn whether it has it). A switch restarts the receiver (1 s,
         // then 5 s), finds it and applies the family configuration again.
@@ -214,7 +214,7 @@ INSTANTIATE_TEST_SUITE_P(
              {NoAnswer("PSRDIFFSOURCE SBAS"), NoAnswer("ASSIGN 12 *")}, Sbas({122}), 1,
              {"psrdiffsource sbas", "sbascontrol enable auto 0 none", "ASSIGN 12 122 0 500",
               "ASSIGN 13 IDLE"},
-             2 * 500},
+             2L * 500},
         Case{"LaterOff", "oem6", {}, Sbas({135}, false), 1, {"", "SBASCONTROL DISABLE"}},
         Case{"LaterNoPrn", "oem7700", {}, Sbas({999}), 1, {"", "SBASCONTROL DISABLE"}},
         Case{"LaterAllPrns", "oem7700", {}, Sbas(kAll, true, true), 1,
@@ -262,7 +262,7 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"Oem6GlonassSbas", "oem6", {}, Fix("GR...S."), 1, {kIdle, kSrc, kAutoOn, kGlo}},
         Case{"Oem6AllButGps", "oem6", {}, Fix(".RCEJSP"), 1, {kAuto, kPpp, kSrc, kAutoOn, kGlo}},
         Case{"Oem6NoEarlyStop", "oem6", {NoAnswer(kAuto), NoAnswer(kSrc)}, Fix("GR...SP"), 0,
-             {kAuto, kPpp, kSrc, kAutoOn, kGlo}, 2 * 1000},
+             {kAuto, kPpp, kSrc, kAutoOn, kGlo}, 2L * 1000},
         Case{"Oem7None", "oem7700", {}, Fix("......."), 1,
              {"LOCKOUTSYSTEM GLONASS", "LOCKOUTSYSTEM BEIDOU", "LOCKOUTSYSTEM GALILEO",
               "LOCKOUTSYSTEM QZSS", kOff, kIdle}},

@@ -24,7 +24,7 @@ const std::string kPmcag = "$PMCAG,004,908*5D\r\n";
 // What the probes that find nothing cost at least: the NovAtel version log at three rates, each
 // 100 ms to settle and two requests of at least 1 s; "$JAPP" 3 s; "$PMCAG" 0.3 s. On top, the
 // NovAtel requests may take 1.5 s each and the other two probes end with one more read.
-constexpr long kNovatelMs = 3 * (100 + 2 * 1000);
+constexpr long kNovatelMs = 3L * (100 + 2 * 1000);
 constexpr long kCsiMs = 3000;
 constexpr long kPmcagMs = 300;
 constexpr long kAllProbesMs = kNovatelMs + kCsiMs + kPmcagMs;

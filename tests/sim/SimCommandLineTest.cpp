@@ -23,6 +23,7 @@ bool Parse(const std::vector<std::string>& args, SimProgramOptions& options, std
 std::vector<std::string> FaultTexts(const std::vector<Fault>& faults)
 {
     std::vector<std::string> texts;
+    texts.reserve(faults.size());
     for (const Fault& fault : faults) {
         texts.push_back(DescribeFault(fault));
     }

@@ -78,11 +78,12 @@ TEST(SimProgram, RunsTheCommandOnTheLineAndWritesDownWhatTheReceiverHeard)
 {
     char heard[] = "/tmp/gnss-sim-heard-XXXXXX";
     close(mkstemp(heard));
+    const std::string script =
+        "stty -F \"$GNSS_SIM_PORT\" 115200 raw -echo && printf 'log versiona once\\r\\n' > \"$GNSS_SIM_PORT\""
+        " && sleep 0.3; echo said >&2; exit 3";
     const ProcessResult run = RunBuiltProgram(
         GNSS_SIM_PROGRAM, "gnss-sim",
-        {"--receiver", "oem7700", "--quiet", "--heard", heard, "--", "sh", "-c",
-         "stty -F \"$GNSS_SIM_PORT\" 115200 raw -echo && printf 'log versiona once\\r\\n' > \"$GNSS_SIM_PORT\""
-         " && sleep 0.3; echo said >&2; exit 3"});
+        {"--receiver", "oem7700", "--quiet", "--heard", heard, "--", "sh", "-c", script});
     EXPECT_EQ(run.status, 3);
     EXPECT_EQ(run.err, "said\n");
     std::stringstream transcript;

@@ -57,6 +57,7 @@ std::vector<std::string> LineTexts(const Session& session)
 std::vector<std::string> SpeedTexts(const std::vector<SpeedStretch>& stretches)
 {
     std::vector<std::string> texts;
+    texts.reserve(stretches.size());
     for (const SpeedStretch& stretch : stretches) {
         texts.push_back(Span(stretch.from, stretch.to) + " " +
                         (stretch.restarting ? std::string("restarting") : std::to_string(stretch.baud)));

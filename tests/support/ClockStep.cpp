@@ -4,6 +4,7 @@
 
 #include <cstdio>
 #include <fstream>
+#include <stdexcept>
 
 namespace ClockStep {
 
@@ -33,7 +34,10 @@ void SetOffset(const std::string& offsetFile, long seconds)
     // Renamed into place, so that the program never reads a file half written.
     const std::string written = offsetFile + ".new";
     std::ofstream(written) << (seconds < 0 ? "" : "+") << seconds << "\n";
-    std::rename(written.c_str(), offsetFile.c_str());
+    // A step that silently did not happen would let a test pass that never saw it.
+    if (std::rename(written.c_str(), offsetFile.c_str()) != 0) {
+        throw std::runtime_error("cannot step the clock: " + offsetFile + " not replaced");
+    }
 }
 
 }  // namespace ClockStep

@@ -23,7 +23,7 @@ long OffsetSeconds()
         if (std::fscanf(file, "%ld", &offset) != 1) {
             offset = 0;
         }
-        std::fclose(file);
+        (void)std::fclose(file);  // opened for reading: nothing is lost
     }
     return offset;
 }

@@ -49,6 +49,7 @@ ProcessResult RunProcess(const std::string& executable, const std::vector<std::s
                          const ProgramEnvironment& variables)
 {
     std::vector<char*> pointers;
+    pointers.reserve(argv.size() + 1);
     for (const std::string& part : argv) {
         pointers.push_back(const_cast<char*>(part.c_str()));
     }
