@@ -27,7 +27,7 @@ std::string ReadGolden(const std::string& name)
 
 }  // namespace
 
-TEST(CommandLineProcess, HelpListsEveryOptionWithItsTextAndEndsWithZero)
+TEST(CommandLineProcess, HelpListsEveryOptionAndEndsWithZero)
 {
     const ProcessResult result = RunGnssSetup({"--help"});
     EXPECT_EQ(result.status, 0);
@@ -42,7 +42,7 @@ TEST(CommandLineProcess, VersionOfADevelopmentBuildIsDevel)
     EXPECT_THAT(result.out, HasSubstr("version: devel"));
 }
 
-TEST(CommandLineProcess, ARefusedValueIsReportedByTheParserWithStatusOne)
+TEST(CommandLineProcess, RefusedValueEndsWithStatusOne)
 {
     const ProcessResult result = RunGnssSetup({"--dry-run", "-b", "9600"});
     EXPECT_EQ(result.status, 1);
@@ -53,7 +53,7 @@ TEST(CommandLineProcess, ARefusedValueIsReportedByTheParserWithStatusOne)
 }
 
 // An unknown option is not among them: the parser takes it as the port name.
-TEST(CommandLineProcess, EveryKindOfBadArgumentEndsWithStatusOne)
+TEST(CommandLineProcess, EveryBadArgumentEndsWithStatusOne)
 {
     const std::vector<std::vector<std::string>> badCommandLines = {
         {"-p", "119"},         {"-p", "159"},        {"-R", "OEM6"},

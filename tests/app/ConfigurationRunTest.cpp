@@ -33,7 +33,7 @@ void PrintTo(const ConfigurationCase& c, std::ostream* os)
 
 class ConfigurationRun : public testing::TestWithParam<ConfigurationCase> {};
 
-TEST_P(ConfigurationRun, ConfiguresInOrderAndTellsTheDriver)
+TEST_P(ConfigurationRun, ConfiguresInOrder)
 {
     const ConfigurationCase& row = GetParam();
     SimulatedReceiver receiver(row.receiver);
@@ -76,7 +76,7 @@ INSTANTIATE_TEST_SUITE_P(
 // The "$PMCAG" configurer's first setter needs every rate at 1 Hz or more, and ZDA starts at
 // 0.2 Hz: the process ends there with SIGFPE, the end start-up scripts know for this family, before
 // anything but the probes reached the receiver.
-TEST(ConfigurationRunDeathTest, PmcagReceiverEndsTheProcessWithSigfpe)
+TEST(ConfigurationRunDeathTest, PmcagEndsWithSigfpe)
 {
     SimulatedReceiver receiver("pmcag");
     EXPECT_EXIT(RunAgainst(receiver, {"-Z", "1"}), testing::KilledBySignal(SIGFPE), "");

@@ -27,7 +27,7 @@ using QueryCase = std::tuple<std::string, std::string, std::string>;
 
 class QueryRun : public testing::TestWithParam<QueryCase> {};
 
-TEST_P(QueryRun, PrintsTypeAndFirmwareTellsDriverNothing)
+TEST_P(QueryRun, PrintsTypeAndFirmware)
 {
     const auto& [name, type, firmware] = GetParam();
     SimulatedReceiver receiver(name);
@@ -81,7 +81,7 @@ TEST(QueryRun, ClassifiesAUnitsOwnVersionLine)
 // Every item of the print-out asks the receiver afresh, and the firmware is asked for once more
 // before it: with detection, six version requests, the count field engineers find in wire logs.
 // The version line is printed as the receiver sent it, its line end included.
-TEST(ExtendedQueryRun, NovatelReceiverShowsItsVersionRecordAndRawVersionLine)
+TEST(ExtendedQueryRun, NovatelShowsVersionRecordAndRawLine)
 {
     SimulatedReceiver receiver("oem6");
     RunOutcome result = RunAgainst(receiver, {"-Q", "-E"});

@@ -50,7 +50,7 @@ TEST(DryRun, APortThatCannotBeOpenedEndsWithStatusOne)
 // line here does not exist), and the model is never part of it; V1 reaches the driver this way
 // only. The second run parses a command line again in the same process, which the parser library
 // once refused.
-TEST(OverrideRun, TellsTheDriverTheTypeAndFirmwareWithoutOpeningThePort)
+TEST(OverrideRun, TellsTheDriverWithoutOpeningThePort)
 {
     EXPECT_EQ(RunOn(kNoSuchLine, {"-R", "OEM6:060600"}),
               (RunOutcome{0, "", "", {{5, "060600", "", ""}}}));

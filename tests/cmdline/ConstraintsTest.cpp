@@ -10,7 +10,7 @@ using InitGpsParseCmdLine::BaudConstraint;
 using InitGpsParseCmdLine::PrnConstraint;
 using InitGpsParseCmdLine::ReceiverConstraint;
 
-TEST(NumberConstraints, AcceptTheSbasPrnsInclusiveAndOnlyTheTwoDriverSpeeds)
+TEST(NumberConstraints, AcceptSbasPrnsAndTheTwoDriverSpeeds)
 {
     const PrnConstraint prn;
     for (const auto& [value, accepted] :

@@ -62,7 +62,7 @@ TEST(GpsCommandLine, EveryOptionReachesItsField)
 }
 
 // The override fills type and firmware, never the extended version.
-TEST(GpsCommandLine, ExtendedQueryImpliesQueryAndTheOverrideFillsTypeAndFirmware)
+TEST(GpsCommandLine, ExtendedImpliesQueryAndOverrideFillsType)
 {
     const GpsSettings settings = Parse({"-E", "-R", "OEM 7700:OM7CR0800"});
     EXPECT_TRUE(settings.bExtendedQuery && settings.bQueryOnly);
@@ -82,7 +82,7 @@ TEST(GpsCommandLine, ParsesAgainInTheSameProcess)
 
 // A caller that parses many command lines in one process, such as the fuzz target, gets help,
 // version and refusals back instead of the end of the process.
-TEST(GpsCommandLine, ReturnsToTheCallerOnHelpVersionAndRefusalWhenAsked)
+TEST(GpsCommandLine, ReturnsOnHelpVersionAndRefusalWhenAsked)
 {
     for (const char* shown : {"--help", "--version"}) {
         testing::internal::CaptureStdout();

@@ -13,7 +13,7 @@
 
 // Texts longer than the driver's buffer keep 59 characters and a closing NUL; every type above
 // 10 is "unknown" (2) to the driver.
-TEST(DriverHandover, CutsLongTextsAndNumbersTheTypesTheDriversWay)
+TEST(DriverHandover, CutsTextsAndNumbersTypesTheDriversWay)
 {
     char record[] = "/tmp/zrgps-record-XXXXXX";
     const int fd = mkstemp(record);

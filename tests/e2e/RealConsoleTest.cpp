@@ -72,7 +72,7 @@ const Scenario kQueryHangingUp = {
     0, "Receiver \n  Type:        OEM 7700\n  Firmware:    (070600)?\n", -1};
 
 const Scenario kConfigurationHangingUp = {
-    "ConfigurationHangingUp", {"--receiver", "oem7700", "--hang-up-after", "270"}, {}, "", 0, 0, "", 11};
+    "ConfigHangUp", {"--receiver", "oem7700", "--hang-up-after", "270"}, {}, "", 0, 0, "", 11};
 
 enum class Condition { ClockBack, ClockForward, SessionLeader };
 
@@ -84,8 +84,8 @@ struct Param {
 const char* NameOf(Condition condition)
 {
     switch (condition) {
-    case Condition::ClockBack: return "ClockSteppedBack";
-    case Condition::ClockForward: return "ClockSteppedForward";
+    case Condition::ClockBack: return "ClockBack";
+    case Condition::ClockForward: return "ClockForward";
     default: return "SessionLeader";
     }
 }
@@ -169,7 +169,7 @@ void PrintTo(const Param& param, std::ostream* out)
 
 class RealConsole : public testing::TestWithParam<Param> {};
 
-TEST_P(RealConsole, EndsAsUndisturbed)
+TEST_P(RealConsole, Undisturbed)
 {
     const std::string noPrivateDev = WhyNoPrivateDev(GNSS_PRIVATE_DEV);
     if (!noPrivateDev.empty()) {

@@ -20,7 +20,7 @@ public:
     Lines calls;
 };
 
-TEST(Exchange, TakesTheExpectedLineWithoutItsPromptReadInHalvesOfItsTime)
+TEST(Exchange, TakesTheLineReadingInHalvesOfItsTime)
 {
     SimulatedReceiver receiver("oem6");
     RecordingPort port(receiver.LinePath());
@@ -43,7 +43,7 @@ TEST(Exchange, TakesTheExpectedLineWithoutItsPromptReadInHalvesOfItsTime)
     port.Close();
 }
 
-TEST(WaitForOk, TakesOnlyALineThatBeginsWithOkAndARefusalCostsItsTimeOnce)
+TEST(WaitForOk, TakesOnlyAnOkLineARefusalCostsItsTimeOnce)
 {
     PseudoTerminal pty;
     PathComPort port(pty.SlavePath());
@@ -87,7 +87,7 @@ TEST(VersionLog, GenerationIsAskedForAt115200Then19200Then9600)
     }
 }
 
-TEST(FindReceiverBaud, SilentReceiverCostsFiveSweepsAndTheLineGoesBack)
+TEST(FindReceiverBaud, SilenceCostsFiveSweepsAndRateGoesBack)
 {
     SimulatedNovatel receiver(TestReceiverOptions("silent"), 19200);
     const Stopwatch clock;
@@ -97,7 +97,7 @@ TEST(FindReceiverBaud, SilentReceiverCostsFiveSweepsAndTheLineGoesBack)
 }
 
 // The one case that runs the full 30 s search for a receiver restarted by "selectchanconfig".
-TEST(ChannelConfig, AReceiverThatNeverAnswersAgainCostsAbout36Seconds)
+TEST(ChannelConfig, SilenceAfterRestartCostsAbout36Seconds)
 {
     SimulatedNovatel receiver(TestReceiverOptions("oemstarg", SilentTo("ECHO OFF")));
     const Stopwatch clock;
@@ -114,7 +114,7 @@ TEST(ChannelConfig, AReceiverThatNeverAnswersAgainCostsAbout36Seconds)
 }
 
 // The one case that runs the default 20 s limit: the receiver acknowledges and stays away.
-TEST(Reset, AReceiverThatDoesNotComeBackIsGivenUpAfterTwentySeconds)
+TEST(Reset, ReceiverNotBackIsGivenUpAfterTwentySeconds)
 {
     GnssSim::SimOptions options = TestReceiverOptions("oem6");
     options.restartMs = 60000;

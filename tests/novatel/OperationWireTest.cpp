@@ -69,7 +69,7 @@ void PrintTo(const Case& c, std::ostream* os)
 
 class OnTheWire : public testing::TestWithParam<Case> {};
 
-TEST_P(OnTheWire, ReceiverHears)
+TEST_P(OnTheWire, Hears)
 {
     const Case& c = GetParam();
     using Outcome = std::tuple<int, Lines>;

@@ -67,7 +67,7 @@ TEST(VersionLine, GivesRecordFirmwarePackageAndGeneration)
     }
 }
 
-TEST(ListReplies, ChannelConfigurationInUseAndValidModelsAsFarAsCountAndFieldsGo)
+TEST(ListReplies, ChannelConfigAndModelsAsFarAsCountAndFieldsGo)
 {
     const std::pair<std::string, int> configs[] = {
         {"#CHANCONFIGLISTA,COM1,0,55.0;3,5,2,16,GPSL1,4,SBASL1*8f1a2b3c\r\n", 3},

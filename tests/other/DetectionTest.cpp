@@ -70,11 +70,11 @@ void PrintTo(const DetectionCase& c, std::ostream* os)
     *os << c.receiver;
 }
 
-class DetectionOnSimulator : public testing::TestWithParam<DetectionCase> {};
+class SimDetection : public testing::TestWithParam<DetectionCase> {};
 
 // A fresh context detects before it makes the configurer; afterwards the cached type answers
 // without a word to the receiver.
-TEST_P(DetectionOnSimulator, FindsTheFamilyAndItsConfigurer)
+TEST_P(SimDetection, FindsFamilyAndConfigurer)
 {
     const DetectionCase& expected = GetParam();
     SimulatedReceiver receiver(expected.receiver);
@@ -94,7 +94,7 @@ TEST_P(DetectionOnSimulator, FindsTheFamilyAndItsConfigurer)
     EXPECT_EQ(receiver.Heard(true), Lines());
 }
 
-INSTANTIATE_TEST_SUITE_P(EveryReceiver, DetectionOnSimulator, testing::ValuesIn(kEveryReceiver),
+INSTANTIATE_TEST_SUITE_P(Each, SimDetection, testing::ValuesIn(kEveryReceiver),
                          [](const auto& info) { return info.param.receiver; });
 
 // V1 and Other are cached only from the command line, as no probe finds them; a type outside the

@@ -179,7 +179,7 @@ TEST(PmcagProbe, WaitsOutItsBudgetOnAHungUpLineWithoutSpinning)
 // A rate below 1 Hz (ZDA's initial 0.2 Hz, also while ZDA is off) or one that is not a number
 // ends the process with SIGFPE, the end start-up scripts know for this family, in every build and
 // before a byte is sent.
-TEST(PmcagCommandsDeathTest, EachSendsItsBytesAndARateBelowOneHertzEndsTheProcess)
+TEST(PmcagCommandsDeathTest, SendBytesAndDieBelowOneHertz)
 {
     SimulatedReceiver receiver("pmcag");
     CAutonomousNovatel pmcag(&receiver.OpenPort());

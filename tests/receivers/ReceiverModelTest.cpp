@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 // The names are printed, and read back from the command line's receiver override.
-TEST(ReceiverTypeCatalogue, NamesEveryTypeAndFindsItByExactlyThatName)
+TEST(ReceiverTypeCatalogue, NamesEveryTypeFindsByExactName)
 {
     const char* const names[] = {"Novatel", "CSI", "V1", "OEM-Star", "OEM-StarG", "OEM6",
                                  "OEM 7500", "OEM 7700", "Other", "Unknown", "Uninitialized"};

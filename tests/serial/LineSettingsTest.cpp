@@ -83,7 +83,7 @@ TEST(LineSettings, EveryFlagLeftOnThePortIsSetForTheReceiver)
 
 // The flags a pseudo-terminal holds (it forces 8 data bits, no parity and the receiver on), left
 // on the line before the port opens, and read back while the port talks.
-TEST(LineSettings, ALineLeftWithFlowControlAndTwoStopBitsIsTalkedOverAs8N1)
+TEST(LineSettings, FlowControlAndTwoStopBitsBecome8N1)
 {
     PseudoTerminal pty;
     termios dirty = pty.SlaveSettings();
@@ -119,7 +119,7 @@ void CloseAllDescriptorsBut(int kept)
 
 // A service manager starts the tool as a session leader without a controlling terminal. The port
 // must not become one: the line's hang-up would then end the tool with SIGHUP.
-TEST(SessionLeader, TakesNoControllingTerminalFromThePortAndOutlivesItsHangUp)
+TEST(SessionLeader, TakesNoTerminalAndOutlivesTheHangUp)
 {
     // Enough for a hang-up's signal to arrive after the read it ended.
     constexpr int kAfterHangUpMs = 200;

@@ -42,7 +42,7 @@ TEST_F(ReadUntilOnPty, EndsAtTheTerminatorAFullBufferOrANul)
     }
 }
 
-TEST_F(ReadUntilOnPty, TimeOutIsSuccessAndTricklingBytesDoNotExtendIt)
+TEST_F(ReadUntilOnPty, TimeOutIsSuccessTricklingDoesNotExtend)
 {
     Stopwatch clock;
     EXPECT_EQ(ReadLine(port, kBufferSize, kTimeoutMs), "0 0 ");

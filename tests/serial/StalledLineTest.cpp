@@ -13,7 +13,7 @@
 
 namespace {
 
-TEST(DrainLimit, IsTwiceTheQueuedBytesTimeOnTheWirePlusATenthOfASecond)
+TEST(DrainLimit, IsTwiceTheWireTimePlusATenth)
 {
     struct Row {
         const char* name;
@@ -44,7 +44,7 @@ bool IsOpenDescriptor(int fd)
     return fcntl(fd, F_GETFD) != -1;
 }
 
-TEST(StalledLine, DrainGivesUpAtItsLimitAndCloseDiscardsWhatNeverLeft)
+TEST(StalledLine, DrainGivesUpAndCloseDiscardsWhatNeverLeft)
 {
     struct Row {
         const char* name;
@@ -80,7 +80,7 @@ TEST(StalledLine, DrainGivesUpAtItsLimitAndCloseDiscardsWhatNeverLeft)
 }
 
 // Output that leaves is never discarded: on a working line, drain and close just let it go out.
-TEST(StalledLine, AWorkingLineIsDrainedAndClosedWithItsOutputSent)
+TEST(StalledLine, WorkingLineDrainsAndClosesWithOutputSent)
 {
     PseudoTerminal pty;
     PathComPort port(pty.SlavePath());

@@ -14,7 +14,7 @@ using testing::internal::GetCapturedStderr;
 const char* const kReservedWarning =
     "Warning:  Application opened the reserved RS232 port for the IOC8051\n";
 
-TEST(ZRFamilyComPort, PathsAndNumbersMapThroughTheTableInRowOrder)
+TEST(ZRFamilyComPort, PathsAndNumbersMapThroughTheTable)
 {
     struct Case {
         const char* path;
@@ -55,7 +55,7 @@ TEST(ZRFamilyComPort, TheReservedPortWarnsOnceAtConstruction)
     EXPECT_EQ(std::string::npos, GetCapturedStderr().find("Warning"));
 }
 
-TEST(ComPortOpenFailure, PrintsThreeLinesAndLeavesThePortClosed)
+TEST(ComPortOpenFailure, PrintsThreeLinesAndStaysClosed)
 {
     const std::vector<std::tuple<const char*, int, std::string>> cases = {
         {"/dev/ttyS9", COMERR_OPEN, "failed to open BadPort\niRC = 100\nerror: No such file or directory\n"},

@@ -85,7 +85,7 @@ TEST(FaultWire, EachFaultChangesExactlyTheAnswerItNames)
     }
 }
 
-TEST(FaultWire, AnNmeaFloodPoursSentencesUnaskedAndAnswersStillGetThrough)
+TEST(FaultWire, NmeaFloodStillLetsAnswersThrough)
 {
     SimulatedReceiver receiver(TestReceiverOptions("csi", {Fault::NmeaFlood(20)}));
     PathComPort& port = receiver.OpenPort();

@@ -12,7 +12,7 @@ const char kField2[] = "<ERROR:Invalid Message. Field = 2";
 
 }
 
-TEST(NovatelWire, ThePromptFollowsEachReplyAndPrefixesTheLogWhichCarriesItsCrc)
+TEST(NovatelWire, PromptFollowsEachReplyAndLogsCarryCrc)
 {
     SimulatedReceiver receiver(TestReceiverOptions("oem7700"));
     PathComPort& port = receiver.OpenPort();
@@ -67,7 +67,7 @@ TEST(NovatelWire, EachGenerationKnowsOnlyItsOwnCommands)
 
 // A restart silences the receiver for its restart time. It comes back at its start-up speed, or
 // with what SAVECONFIG saved, and in the channel configuration it last selected.
-TEST(NovatelWire, RestartsLastTheirTimeAndBringBackWhatWasSaved)
+TEST(NovatelWire, RestartsTakeTheirTimeAndKeepWhatWasSaved)
 {
     SimulatedReceiver receiver(TestReceiverOptions("oemstarg", {Fault::StartAtBaud(9600)}));
     Simulator& sim = receiver.Sim();

@@ -64,7 +64,7 @@ ReceiverIdentity DefaultIdentityOf(const std::string& receiver)
 
 // Scripts, the fault matrix and the figures build these command lines; each row is one promise of
 // the manual page.
-TEST(SimCommandLine, TurnsEveryOptionIntoWhatTheSimulatorIsToldToDo)
+TEST(SimCommandLine, TurnsEveryOptionIntoSimulatorOptions)
 {
     const ScratchFile versionLine(kOddVersionLine);
     struct Case {
@@ -187,7 +187,7 @@ TEST(SimCommandLine, TurnsEveryOptionIntoWhatTheSimulatorIsToldToDo)
 
 // People and scripts read the reason on standard error; status 2 tells a usage mistake from a
 // line that could not be set up (1).
-TEST(SimCommandLine, RefusesWhatItCannotUseWithItsReasonAndStatusTwo)
+TEST(SimCommandLine, RefusesWithItsReasonAndStatusTwo)
 {
     struct Case {
         const char* name;
@@ -236,7 +236,7 @@ TEST(SimCommandLine, RefusesWhatItCannotUseWithItsReasonAndStatusTwo)
     }
 }
 
-TEST(SimCommandLine, HelpNeedsNoReceiverAndGoesToStandardOutput)
+TEST(SimCommandLine, HelpNeedsNoReceiverGoesToStdout)
 {
     for (const char* help : {"--help", "-h"}) {
         SCOPED_TRACE(help);

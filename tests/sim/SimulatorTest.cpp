@@ -13,7 +13,7 @@ using namespace GnssSim;
 
 // Others read the record the moment WaitForQuiet returns, however the kernel and the scheduler
 // interleave the two sides; a delayed answer is part of it.
-TEST(Simulator, WaitForQuietReturnsOnlyOnceEverythingWrittenIsHeardAndAnswered)
+TEST(Simulator, WaitForQuietWaitsForAllHeardAndAnswered)
 {
     SimulatedReceiver receiver(TestReceiverOptions("oem7700"));
     Simulator& sim = receiver.Sim();
@@ -74,7 +74,7 @@ TEST(Simulator, NeverReplacesAFileWithItsLink)
 
 // The command's standard error, which it shares with gnss-sim, is its own under --quiet: golden
 // files compare it.
-TEST(SimProgram, RunsTheCommandOnTheLineAndWritesDownWhatTheReceiverHeard)
+TEST(SimProgram, RunsTheCommandAndWritesWhatWasHeard)
 {
     char heard[] = "/tmp/gnss-sim-heard-XXXXXX";
     close(mkstemp(heard));

@@ -5,7 +5,7 @@
 
 using namespace GnssSim;
 
-TEST(SpeedRule, ToolAtTheWrongSpeedIsNoiseThatSpoilsOnlyACommandUnderWay)
+TEST(SpeedRule, ToolAtWrongSpeedSpoilsOnlyACommandUnderWay)
 {
     SimulatedReceiver receiver(TestReceiverOptions("oem6"));
     Simulator& sim = receiver.Sim();
@@ -29,7 +29,7 @@ TEST(SpeedRule, ToolAtTheWrongSpeedIsNoiseThatSpoilsOnlyACommandUnderWay)
                                      "garbled line \"log ver once\\r\\n\" -> <ERROR:Invalid Message. Field = 1\n");
 }
 
-TEST(SpeedRule, ReceiverOutputAtTheWrongSpeedReachesTheToolAsNoiseOnly)
+TEST(SpeedRule, ReceiverAtWrongSpeedReachesToolAsNoise)
 {
     SimulatedReceiver receiver(TestReceiverOptions("oem6"));
     PathComPort& port = receiver.OpenPort();
@@ -62,7 +62,7 @@ TEST(Checksums, MatchWhatRealReceiversSent)
 }
 
 // Sentences and binary packets, split across reads, with noise between them and inside one.
-TEST(PmcagWire, ChecksPacketsAndSentencesAndDropsNoiseBetweenThem)
+TEST(PmcagWire, ChecksPacketsAndSentencesDropsNoise)
 {
     SimulatedReceiver receiver(TestReceiverOptions("pmcag"));
     Simulator& sim = receiver.Sim();

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-TEST(SleepAndStopwatch, SleepLastsAtLeastItsTimeAndTheStopwatchSeesIt)
+TEST(SleepAndStopwatch, SleepLastsItsTimeAndStopwatchSeesIt)
 {
     Stopwatch stopwatch;
     SleepMs(50);
